@@ -30,7 +30,7 @@ class CRWLock {
  private:
   void Entered(bool exclusive);
 
-  int mode_;  // 0 shared, non-zero exclusive
+  std::atomic<int> mode_;  // 0 shared, non-zero exclusive
   std::atomic<int> depth_;
   std::atomic<pthread_t> owner_;
   pthread_rwlock_t lock_;
