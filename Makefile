@@ -46,7 +46,8 @@ bench: deps
 install: build
 	cmake --install $(BUILD_DIR) --prefix $(PREFIX)
 
-fuzz: deps
+fuzz:
+	@bash scripts/install-deps.sh --fuzz
 	CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DMOX_FUZZ=ON \
 	  -DMOX_BUILD_TESTS=OFF -DMOX_BUILD_BENCH=OFF -DMOX_SANITIZE=address,undefined
 	cmake --build build/fuzz -j $(JOBS)

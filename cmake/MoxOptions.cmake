@@ -13,3 +13,11 @@ if(MOX_SANITIZE)
   endforeach()
   target_compile_options(mox_options INTERFACE -fno-omit-frame-pointer -fno-sanitize-recover=all)
 endif()
+
+# Fuzz builds instrument the library for coverage; the harnesses add the driver.
+if(MOX_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "MOX_FUZZ needs clang (make fuzz sets CXX=clang++)")
+  endif()
+  target_compile_options(mox_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

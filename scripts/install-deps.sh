@@ -10,6 +10,11 @@ PACKAGES=(
   ffmpeg mediainfo mkvtoolnix sox
 )
 
+# Fuzz builds (make fuzz) also need clang and its sanitizer runtimes.
+if [ "${1:-}" = "--fuzz" ]; then
+  PACKAGES+=(clang libclang-rt-14-dev)
+fi
+
 missing=()
 for pkg in "${PACKAGES[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed"; then
