@@ -83,15 +83,15 @@ void CObject::operator delete(void* p) noexcept {
 }
 
 void CObject::Release() const {
-  if (references_.fetch_sub(1, std::memory_order_release) > 1) return;
-  std::atomic_thread_fence(std::memory_order_acquire);
+  // acq_rel rather than release plus an acquire fence: the same cost on x86,
+  // and visible to the thread sanitizer, which does not model fences.
+  if (references_.fetch_sub(1, std::memory_order_acq_rel) > 1) return;
   if (reclaim_) {
     // Keep the object alive while the hook runs; a hook that stores it (a pool)
     // leaves an extra reference behind.
     references_.fetch_add(1, std::memory_order_relaxed);
     reclaim_(const_cast<CObject*>(this));
-    if (references_.fetch_sub(1, std::memory_order_release) > 1) return;
-    std::atomic_thread_fence(std::memory_order_acquire);
+    if (references_.fetch_sub(1, std::memory_order_acq_rel) > 1) return;
   }
   delete this;
 }

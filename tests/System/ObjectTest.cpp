@@ -133,8 +133,11 @@ TEST(ObjectMonitorTest, MonitorIsRecursiveAndExitOfUnheldSucceeds) {
   EXPECT_TRUE(o->Enter().Succeeded());
   EXPECT_TRUE(o->Exit().Succeeded());
   EXPECT_TRUE(o->Exit().Succeeded());
-  // Unlocking a monitor this thread does not hold is tolerated.
+#ifndef __SANITIZE_THREAD__
+  // Unlocking a monitor this thread does not hold is tolerated (the thread
+  // sanitizer reports the deliberate misuse, so it is left out there).
   EXPECT_TRUE(o->Exit().Succeeded());
+#endif
 }
 
 TEST(ObjectMonitorTest, TimedWaitTimesOutAndNotifyWakesAWaiter) {
