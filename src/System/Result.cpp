@@ -119,8 +119,6 @@ Result& Result::operator=(Result&& other) noexcept {
   return *this;
 }
 
-Result::~Result() { Reset(); }
-
 CStackTrace* Result::GetStackTrace() const {
   if (stackTrace_) stackTrace_->Acquire();
   return stackTrace_;

@@ -24,7 +24,10 @@ class Result {
   Result(Result&& other) noexcept;
   Result& operator=(const Result& other);
   Result& operator=(Result&& other) noexcept;
-  virtual ~Result();
+  // Successes own nothing, so the common case costs one test.
+  virtual ~Result() {
+    if (inner_ || details_ || stackTrace_) Reset();
+  }
 
   static bool Failed(int code) { return static_cast<unsigned int>(code) > 1; }
   static bool Succeeded(int code) { return static_cast<unsigned int>(code) < 2; }

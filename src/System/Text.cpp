@@ -33,6 +33,23 @@ std::size_t BoundedLength(const wchar_t* text, int count) {
   return n;
 }
 
+// Cuts a UTF-8 buffer of n bytes at its first invalid sequence (writing the
+// terminator there) and returns the number of code points kept.
+int TerminateValidUtf8(char* buffer, std::size_t n) {
+  int codePoints = 0;
+  buffer[Utf8::Validate(buffer, n, codePoints)] = 0;
+  return codePoints;
+}
+
+// Cuts a code-point buffer of n units at its first value that is not a
+// Unicode scalar value and returns the number kept.
+int TerminateValidWide(wchar_t* buffer, int n) {
+  int valid = 0;
+  Utf8::EncodedLength(buffer, n, valid);
+  buffer[valid] = 0;
+  return valid;
+}
+
 }  // namespace
 
 CString::CString() : CObject(TypeCode), length_(0), chars_(NewUtf8Copy("", 0)), wchars_(nullptr) {}
@@ -48,11 +65,11 @@ CString::CString(const char* utf8, int count) : CObject(TypeCode), length_(0), c
 CString::CString(const char* a, const char* b) : CObject(TypeCode), length_(0), chars_(nullptr), wchars_(nullptr) {
   std::size_t na = a ? std::strlen(a) : 0;
   std::size_t nb = b ? std::strlen(b) : 0;
-  std::string joined;
-  joined.reserve(na + nb);
-  if (a) joined.append(a, na);
-  if (b) joined.append(b, nb);
-  InitFromUtf8(joined.data(), joined.size());
+  char* joined = new char[na + nb + 1];
+  if (na) std::memcpy(joined, a, na);
+  if (nb) std::memcpy(joined + na, b, nb);
+  length_ = TerminateValidUtf8(joined, na + nb);
+  chars_.store(joined, std::memory_order_relaxed);
 }
 
 CString::CString(const wchar_t* text) : CObject(TypeCode), length_(0), chars_(nullptr), wchars_(nullptr) {
@@ -66,16 +83,31 @@ CString::CString(const wchar_t* text, int count)
 
 CString::CString(const wchar_t* a, const wchar_t* b)
     : CObject(TypeCode), length_(0), chars_(nullptr), wchars_(nullptr) {
-  std::wstring joined;
-  if (a) joined += a;
-  if (b) joined += b;
-  InitFromWide(joined.c_str(), static_cast<int>(joined.size()));
+  std::size_t na = a ? std::wcslen(a) : 0;
+  std::size_t nb = b ? std::wcslen(b) : 0;
+  auto* joined = new wchar_t[na + nb + 1];
+  if (na) std::wmemcpy(joined, a, na);
+  if (nb) std::wmemcpy(joined + na, b, nb);
+  length_ = TerminateValidWide(joined, static_cast<int>(na + nb));
+  wchars_.store(joined, std::memory_order_relaxed);
 }
 
 CString::CString(int length, char* chars, wchar_t* wchars)
     : CObject(TypeCode), length_(length), chars_(chars), wchars_(wchars) {}
 
 CString* CString::Adopt(int length, char* chars, wchar_t* wchars) { return new CString(length, chars, wchars); }
+
+CString* CString::AdoptUtf8(char* buffer, std::size_t byteCount) {
+  return new CString(TerminateValidUtf8(buffer, byteCount), buffer, nullptr);
+}
+
+CString* CString::AdoptWide(wchar_t* buffer, int count) {
+  return new CString(TerminateValidWide(buffer, count), nullptr, buffer);
+}
+
+CString* CString::CopyWide(const wchar_t* text, int count) {
+  return new CString(count, nullptr, NewWideCopy(text, count));
+}
 
 CString::~CString() {
   delete[] chars_.load(std::memory_order_relaxed);
@@ -121,8 +153,10 @@ const wchar_t* CString::GetWChars() const {
 }
 
 char CString::GetChar(int index) const {
+  // Byte access to the UTF-8 form; only the bytes up to the index are scanned
+  // for the terminator.
   const char* chars = GetChars();
-  if (index < 0 || static_cast<std::size_t>(index) >= std::strlen(chars)) return 0;
+  if (index < 0 || std::memchr(chars, 0, static_cast<std::size_t>(index) + 1) != nullptr) return 0;
   return chars[index];
 }
 
@@ -158,23 +192,34 @@ CString* CString::WithFormat(const char* format, ...) {
 
 CString* CString::WithArgList(const char* format, va_list args) {
   if (!format) return nullptr;
-  va_list measure;
-  va_copy(measure, args);
-  int n = std::vsnprintf(nullptr, 0, format, measure);
-  va_end(measure);
-  if (n < 0) return nullptr;
-  std::string text(static_cast<std::size_t>(n), '\0');
-  std::vsnprintf(text.data(), text.size() + 1, format, args);
-  auto* s = new CString();
-  delete[] s->chars_.exchange(nullptr);
-  s->InitFromUtf8(text.data(), text.size());
-  return s;
+  // Most formatted texts are short: format once into the stack and copy, and
+  // only format a second time when the text did not fit.
+  char local[256];
+  va_list again;
+  va_copy(again, args);
+  int n = std::vsnprintf(local, sizeof local, format, args);
+  if (n < 0) {
+    va_end(again);
+    return nullptr;
+  }
+  auto size = static_cast<std::size_t>(n);
+  char* text = new char[size + 1];
+  if (size < sizeof local)
+    std::memcpy(text, local, size + 1);
+  else
+    std::vsnprintf(text, size + 1, format, again);
+  va_end(again);
+  return AdoptUtf8(text, size);
 }
 
-CString* CString::Clone() const { return new CString(GetChars()); }
+CString* CString::Clone() const {
+  const char* chars = GetChars();
+  return Adopt(length_, NewUtf8Copy(chars, std::strlen(chars)), nullptr);
+}
 
 CString* CString::Concat(CString* a, CString* b) {
-  return new CString(a ? a->GetChars() : nullptr, b ? b->GetChars() : nullptr);
+  if (!a) return b ? b->Clone() : new CString();
+  return a->Append(b);
 }
 
 CString* CString::Concat(CString* a, const char* b) { return new CString(a ? a->GetChars() : nullptr, b); }
@@ -211,27 +256,53 @@ char* CString::GetChars(const wchar_t* text) {
   return out;
 }
 
+CString* CString::AppendUtf8(const char* text, std::size_t byteCount, int codePoints) const {
+  // Both parts are known to be valid UTF-8 with a known length, so the joined
+  // text needs no second validation pass.
+  const char* chars = GetChars();
+  std::size_t own = std::strlen(chars);
+  char* joined = new char[own + byteCount + 1];
+  std::memcpy(joined, chars, own);
+  std::memcpy(joined + own, text, byteCount);
+  joined[own + byteCount] = 0;
+  return Adopt(length_ + codePoints, joined, nullptr);
+}
+
 CString* CString::Append(char c) const {
   return Append(static_cast<wchar_t>(static_cast<unsigned char>(c)));
 }
 
 CString* CString::Append(wchar_t c) const {
-  char encoded[5] = {};
-  Utf8::EncodeOne(c, encoded);
-  return new CString(GetChars(), encoded);
+  char encoded[4];
+  int n = Utf8::EncodeOne(c, encoded);
+  return AppendUtf8(encoded, static_cast<std::size_t>(n), n > 0 ? 1 : 0);
 }
 
-CString* CString::Append(const char* text) const { return new CString(GetChars(), text); }
+CString* CString::Append(const char* text) const {
+  if (!text) return AppendUtf8("", 0, 0);
+  int codePoints = 0;
+  std::size_t valid = Utf8::Validate(text, std::strlen(text), codePoints);
+  return AppendUtf8(text, valid, codePoints);
+}
 
 CString* CString::Append(const wchar_t* text) const { return new CString(GetWChars(), text); }
 
-CString* CString::Append(CString* text) const { return new CString(GetChars(), text ? text->GetChars() : nullptr); }
+CString* CString::Append(CString* text) const {
+  if (!text) return AppendUtf8("", 0, 0);
+  const char* chars = text->GetChars();
+  return AppendUtf8(chars, std::strlen(chars), text->length_);
+}
 
 bool CString::Equals(const char* text) const { return text && std::strcmp(GetChars(), text) == 0; }
 
 bool CString::Equals(const wchar_t* text) const { return text && std::wcscmp(GetWChars(), text) == 0; }
 
-bool CString::Equals(CString* text) const { return text && std::strcmp(GetChars(), text->GetChars()) == 0; }
+bool CString::Equals(CString* text) const {
+  if (!text) return false;
+  if (text == this) return true;
+  // Equal texts have equal lengths; the length is known without a scan.
+  return text->length_ == length_ && std::strcmp(GetChars(), text->GetChars()) == 0;
+}
 
 bool CString::EqualsIgnoreCase(const char* text) const { return text && strcasecmp(GetChars(), text) == 0; }
 

@@ -34,14 +34,18 @@ class CString : public CObject {
   // Factories (the caller owns the result).
   static CString* WithString(const char* utf8);
   static CString* WithFormat(const char* format, ...) MOX_PRINTF(1, 2);
+  // printf rules on UTF-8 text; null when formatting fails.
   static CString* WithArgList(const char* format, va_list args);
+  // Lower-case hexadecimal, two digits per byte.
   static CString* FromBytes(CByteArray* bytes);
   CString* Clone() const;
 
   static CString* Concat(CString* a, CString* b);
   static CString* Concat(CString* a, const char* b);
   static CString* Concat(CString* a, const wchar_t* b);
+  // The elements with separator between them; null elements count as empty.
   static CString* Join(const wchar_t* separator, CArray<CString>* array);
+  // Case-insensitive ordering by code point; null sorts first.
   static int Compare(CString* a, CString* b);
   static bool IsNullOrEmpty(CString* s);
   static bool IsNullOrWhiteSpace(CString* s);
@@ -75,10 +79,12 @@ class CString : public CObject {
   CString* operator+(const char* text) const { return Append(text); }
   CString* operator+(const wchar_t* text) const { return Append(text); }
   CString* operator+(CString* text) const { return Append(text); }
+  // Null when the range does not lie within the string.
   CString* Substring(int start) const;
   CString* Substring(int start, int count) const;
   CString* Replace(char oldChar, char newChar) const;
   CString* Replace(wchar_t oldChar, wchar_t newChar) const;
+  // Non-overlapping occurrences, left to right; an empty old text copies.
   CString* Replace(const char* oldText, const char* newText) const;
   CString* Replace(const wchar_t* oldText, const wchar_t* newText) const;
   CString* TrimLeft() const;
@@ -87,7 +93,10 @@ class CString : public CObject {
   CString* Trim(const wchar_t* set) const;
   CString* ToLower() const;
   CString* ToUpper() const;
+  // One piece more than there are separators; empty pieces are kept.
   CArray<CString>* Split(wchar_t separator) const;
+  // Any character of separators ends a piece; empty pieces are dropped except
+  // the remainder after the last separator, which is always added.
   CList<CString>* Split(const char* separators) const;
 
   // Searching and testing; positions are characters, -1 when not found.
@@ -123,7 +132,8 @@ class CString : public CObject {
   bool Matches(const char* pattern) const;
   bool Matches(CString* pattern) const;
 
-  // Conversion.
+  // Conversion. Integers follow the C library's rules (base 0: decimal,
+  // "0x" hexadecimal, leading "0" octal); trailing text is ignored.
   int ToInt() const { return ToInt(0); }
   int ToInt(int base) const;
   unsigned int ToUInt() const { return ToUInt(0); }
@@ -133,7 +143,10 @@ class CString : public CObject {
   unsigned long long ToUInt64() const { return ToUInt64(0); }
   unsigned long long ToUInt64(int base) const;
   double ToDouble() const;
+  // Four-character code of up to four characters or "%XX" escapes.
   unsigned int ToFour() const;
+  // count bytes from hexadecimal text left-padded with '0' (or cut) to
+  // 2 x count digits; null when a pair is not two hexadecimal digits.
   CByteArray* ToBytes(int count) const;
 
  protected:
@@ -141,10 +154,19 @@ class CString : public CObject {
   CString(int length, char* chars, wchar_t* wchars);
   // A new string adopting the given buffers.
   static CString* Adopt(int length, char* chars, wchar_t* wchars);
+  // A new string adopting a new[] buffer of byteCount UTF-8 bytes (room for a
+  // terminator included); the text is cut at its first invalid sequence.
+  static CString* AdoptUtf8(char* buffer, std::size_t byteCount);
+  // The same for a buffer of count code points.
+  static CString* AdoptWide(wchar_t* buffer, int count);
+  // A new string holding a copy of count code points already known to be valid.
+  static CString* CopyWide(const wchar_t* text, int count);
 
  private:
   void InitFromUtf8(const char* utf8, std::size_t byteCount);
   void InitFromWide(const wchar_t* text, int count);
+  // This text followed by byteCount valid UTF-8 bytes holding codePoints characters.
+  CString* AppendUtf8(const char* text, std::size_t byteCount, int codePoints) const;
 
   // The cached forms are published with a compare-and-swap: two threads may
   // both build a missing form, and the loser frees its copy.
