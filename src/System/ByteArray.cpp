@@ -86,10 +86,9 @@ void CByteArray::Allocate() {
   allocation_ = static_cast<unsigned char*>(std::malloc(std::max<std::size_t>(size, 1)));
   if (!allocation_) throw std::bad_alloc();
   // GCC 12 mistakes passing fresh malloc memory as const void* for a read of it.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+MOX_SUPPRESS_MAYBE_UNINITIALIZED_BEGIN
   CLeaks::AddMemory(this, allocation_, size);
-#pragma GCC diagnostic pop
+MOX_SUPPRESS_MAYBE_UNINITIALIZED_END
   std::size_t r = reinterpret_cast<std::uintptr_t>(allocation_) % static_cast<std::size_t>(alignment_);
   data_ = allocation_ + (r == 0 ? 0 : static_cast<std::size_t>(alignment_) - r);
 }

@@ -69,10 +69,9 @@ void* CObject::operator new(std::size_t size) {
   void* p = std::malloc(size);
   if (!p) throw std::bad_alloc();
   // GCC 12 mistakes passing fresh malloc memory as const void* for a read of it.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+MOX_SUPPRESS_MAYBE_UNINITIALIZED_BEGIN
   CLeaks::AddMemory(p, size);
-#pragma GCC diagnostic pop
+MOX_SUPPRESS_MAYBE_UNINITIALIZED_END
   return p;
 }
 

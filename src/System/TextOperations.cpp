@@ -10,13 +10,13 @@
 #include <cstring>
 #include <cwchar>
 #include <iterator>
+#include "System/Types.h"
 #include <memory>
 // GCC 12 reports a false maybe-uninitialized inside <regex> when the
 // sanitizers are on; the library's own code keeps the warning.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+MOX_SUPPRESS_MAYBE_UNINITIALIZED_BEGIN
 #include <regex>
-#pragma GCC diagnostic pop
+MOX_SUPPRESS_MAYBE_UNINITIALIZED_END
 #include <string_view>
 #include <vector>
 

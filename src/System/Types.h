@@ -3,6 +3,18 @@
 
 #include <cstdint>
 
+// GCC 12 raises false maybe-uninitialized warnings in a few places (fresh
+// malloc memory passed as const void*, the internals of <regex>); clang has no
+// such warning, so the suppression exists only for GCC.
+#if defined(__GNUC__) && !defined(__clang__)
+#define MOX_SUPPRESS_MAYBE_UNINITIALIZED_BEGIN \
+  _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wmaybe-uninitialized\"")
+#define MOX_SUPPRESS_MAYBE_UNINITIALIZED_END _Pragma("GCC diagnostic pop")
+#else
+#define MOX_SUPPRESS_MAYBE_UNINITIALIZED_BEGIN
+#define MOX_SUPPRESS_MAYBE_UNINITIALIZED_END
+#endif
+
 namespace Corvane::Mox {
 
 // A four-character code packed big-endian into 32 bits: the first character

@@ -1,0 +1,90 @@
+#include "System/IO/StreamBuffer.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "System/ByteArray.h"
+#include "System/IO/Stream.h"
+
+namespace Corvane::Mox {
+
+namespace {
+
+constexpr int BufferAlignment = 4096;
+
+}  // namespace
+
+CStreamBuffer::CStreamBuffer(int size)
+    : size_(std::max(size, 1)),
+      storage_(new CByteArray(size_, BufferAlignment)),
+      data_(nullptr),
+      offset_(-1),
+      valid_(0),
+      dirty_(false) {
+  data_ = storage_->GetData();
+}
+
+CStreamBuffer::~CStreamBuffer() { storage_->Release(); }
+
+Result CStreamBuffer::MoveTo(CStream* stream, long long position) {
+  if (stream->GetPosition() == position) return Result();
+  if (!stream->CanSeek()) return ResultInvalidOperation();
+  return stream->Seek(position, SeekOrigin::Begin, nullptr);
+}
+
+Result CStreamBuffer::Initialize(CStream* stream, long long position) {
+  Invalidate();
+  Result result = MoveTo(stream, position);
+  if (result.Failed()) return result;
+  offset_ = position;
+  if (!stream->CanRead() || stream->GetLength() == 0) return Result();
+  int read = 0;
+  result = stream->Read(data_, size_, &read);
+  if (result.Failed()) {
+    Invalidate();
+    return result;
+  }
+  valid_ = std::max(read, 0);
+  return result;
+}
+
+Result CStreamBuffer::Finalize(CStream* stream) {
+  if (!dirty_ || offset_ < 0) return Result();
+  Result result = MoveTo(stream, offset_);
+  if (result.Failed()) return result;
+  int written = 0;
+  result = stream->Write(data_, valid_, &written);
+  if (result.Failed()) return result;
+  if (written < valid_) return ResultEndOfStream();
+  dirty_ = false;
+  return Result();
+}
+
+void CStreamBuffer::Invalidate() {
+  offset_ = -1;
+  valid_ = 0;
+  dirty_ = false;
+}
+
+Result CStreamBuffer::Read(long long position, unsigned char* buffer, int count, int* read) const {
+  int n = std::clamp(Available(position), 0, std::max(count, 0));
+  if (n > 0) Copy(buffer, At(position), static_cast<std::size_t>(n));
+  if (read) *read = n;
+  return Result();
+}
+
+Result CStreamBuffer::Write(long long position, const unsigned char* buffer, int count, int* written) {
+  if (written) *written = 0;
+  if (!Covers(position) || count <= 0) return Result();
+  int start = static_cast<int>(position - offset_);
+  int n = std::min(count, size_ - start);
+  // Bytes skipped by a seek past the valid data are written back as zeros.
+  if (start > valid_) std::memset(data_ + valid_, 0, static_cast<std::size_t>(start - valid_));
+  Copy(data_ + start, buffer, static_cast<std::size_t>(n));
+  valid_ = std::max(valid_, start + n);
+  dirty_ = true;
+  if (written) *written = n;
+  return Result();
+}
+
+}  // namespace Corvane::Mox
