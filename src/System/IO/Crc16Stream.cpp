@@ -3,7 +3,7 @@
 namespace Corvane::Mox {
 
 CCrc16Stream::CCrc16Stream(unsigned short polynomial, CStream* inner)
-    : CWrappedStream(TypeCode, inner), crc_(0), polynomial_(polynomial) {}
+    : CObservingStream(TypeCode, inner), crc_(0), polynomial_(polynomial) {}
 
 unsigned short CCrc16Stream::UpdateCrc(unsigned short crc, unsigned char byte) {
   // Bit by bit: CRC-16 streams carry small headers, where a table would not pay.
@@ -14,24 +14,8 @@ unsigned short CCrc16Stream::UpdateCrc(unsigned short crc, unsigned char byte) {
 
 void CCrc16Stream::ComputeCrc(unsigned char byte) { crc_ = UpdateCrc(crc_, byte); }
 
-void CCrc16Stream::Fold(const unsigned char* bytes, int count) {
+void CCrc16Stream::Observe(const unsigned char* bytes, int count) {
   for (int i = 0; i < count; ++i) ComputeCrc(bytes[i]);
-}
-
-Result CCrc16Stream::Read(unsigned char* buffer, int count, int* read) {
-  int delivered = 0;
-  Result result = CWrappedStream::Read(buffer, count, &delivered);
-  if (read) *read = delivered;
-  if (result.Succeeded()) Fold(buffer, delivered);
-  return result;
-}
-
-Result CCrc16Stream::Write(const unsigned char* buffer, int count, int* written) {
-  int accepted = 0;
-  Result result = CWrappedStream::Write(buffer, count, &accepted);
-  if (written) *written = accepted;
-  if (result.Succeeded()) Fold(buffer, accepted);
-  return result;
 }
 
 }  // namespace Corvane::Mox

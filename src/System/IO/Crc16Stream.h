@@ -5,22 +5,17 @@
 // top term (0x1021 for CCITT). Subclasses may change the algorithm through
 // UpdateCrc.
 
-#include "System/IO/WrappedStream.h"
+#include "System/IO/ObservingStream.h"
 
 namespace Corvane::Mox {
 
-class CCrc16Stream : public CWrappedStream {
+class CCrc16Stream : public CObservingStream {
  public:
   static constexpr unsigned int TypeCode = FourCC("cr16");
 
   // Acquires inner (may be null: then every operation fails as for a
   // wrapped stream without a stream).
   CCrc16Stream(unsigned short polynomial, CStream* inner);
-
-  using CWrappedStream::Read;
-  using CWrappedStream::Write;
-  Result Read(unsigned char* buffer, int count, int* read) override;
-  Result Write(const unsigned char* buffer, int count, int* written) override;
 
   unsigned short GetCrc() const { return crc_; }
   unsigned short GetPolynomial() const { return polynomial_; }
@@ -30,7 +25,7 @@ class CCrc16Stream : public CWrappedStream {
   virtual unsigned short UpdateCrc(unsigned short crc, unsigned char byte);
 
  private:
-  void Fold(const unsigned char* bytes, int count);
+  void Observe(const unsigned char* bytes, int count) override;
 
   unsigned short crc_;
   unsigned short polynomial_;

@@ -6,22 +6,17 @@
 // (0x04C11DB7). Subclasses may change the algorithm through UpdateCrc, as
 // the reflected CRC of PNG chunks does.
 
-#include "System/IO/WrappedStream.h"
+#include "System/IO/ObservingStream.h"
 
 namespace Corvane::Mox {
 
-class CCrc32Stream : public CWrappedStream {
+class CCrc32Stream : public CObservingStream {
  public:
   static constexpr unsigned int TypeCode = FourCC("cr32");
 
   // Acquires inner (may be null: then every operation fails as for a
   // wrapped stream without a stream).
   CCrc32Stream(unsigned int polynomial, CStream* inner);
-
-  using CWrappedStream::Read;
-  using CWrappedStream::Write;
-  Result Read(unsigned char* buffer, int count, int* read) override;
-  Result Write(const unsigned char* buffer, int count, int* written) override;
 
   unsigned int GetCrc() const { return crc_; }
   void SetCrc(unsigned int crc) { crc_ = crc; }
@@ -30,7 +25,7 @@ class CCrc32Stream : public CWrappedStream {
   virtual unsigned int UpdateCrc(unsigned int crc, unsigned char byte);
 
  private:
-  void Fold(const unsigned char* bytes, int count);
+  void Observe(const unsigned char* bytes, int count) override;
 
   unsigned int crc_;
   unsigned int polynomial_;
