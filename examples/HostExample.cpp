@@ -37,6 +37,16 @@ int main() {
     MOX_LOG(Console::Information, "caught: %s", text->GetChars());
   }
 
+  // A component's settings as a property bag, printed the way hosts exchange them.
+  RObject<CProperties> settings(new CProperties(nullptr));
+  settings->SetProperty("Width", 1920);
+  settings->SetProperty("Height", 1080);
+  settings->SetProperty("Codec", "avc1");
+  settings->SetPropertyDescription("Codec", "sample entry of the video track");
+  RObject<CString> json(settings->ToJson());
+  RObject<CString> yaml(settings->ToYaml());
+  std::printf("settings as JSON:\n%s\nsettings as YAML:\n%s\n", json->GetChars(), yaml->GetChars());
+
   std::printf("libMox %s, revision %s\n", MoxVersion::GetVersion(), MoxVersion::GetRevision());
   return 0;
 }
