@@ -46,7 +46,7 @@ class CArray : public CObject {
   Iterator<T> end() const { return Iterator<T>(); }
 
  private:
-  friend class CArrayEnumerator<T>;
+  friend class CSlotEnumerator<T, CArray<T>>;
 
   int count_;
   T** items_;
@@ -54,27 +54,9 @@ class CArray : public CObject {
 
 // Walks a CArray from index 0; holds one reference to the array.
 template <class T>
-class CArrayEnumerator : public CEnumerator<T> {
+class CArrayEnumerator : public CSlotEnumerator<T, CArray<T>> {
  public:
-  explicit CArrayEnumerator(const CArray<T>* array) : array_(array), index_(-1) { array_->Acquire(); }
-  ~CArrayEnumerator() override { array_->Release(); }
-
-  using CEnumerator<T>::GetCurrent;
-  void Reset() override { index_ = -1; }
-  bool MoveNext() override {
-    if (index_ < array_->count_) ++index_;
-    return index_ < array_->count_;
-  }
-  T* GetCurrent() override {
-    if (index_ < 0 || index_ >= array_->count_) return nullptr;
-    T* item = array_->items_[index_];
-    if (item) item->Acquire();
-    return item;
-  }
-
- private:
-  const CArray<T>* array_;
-  int index_;
+  using CSlotEnumerator<T, CArray<T>>::CSlotEnumerator;
 };
 
 }  // namespace Corvane::Mox

@@ -84,7 +84,7 @@ class CArrayList : public CObject {
   Iterator<T> end() const { return Iterator<T>(); }
 
  private:
-  friend class CArrayListEnumerator<T>;
+  friend class CSlotEnumerator<T, CArrayList<T>>;
 
   T** items_;
   int capacity_;
@@ -93,27 +93,9 @@ class CArrayList : public CObject {
 
 // Walks a CArrayList from index 0; holds one reference to the list.
 template <class T>
-class CArrayListEnumerator : public CEnumerator<T> {
+class CArrayListEnumerator : public CSlotEnumerator<T, CArrayList<T>> {
  public:
-  explicit CArrayListEnumerator(const CArrayList<T>* list) : list_(list), index_(-1) { list_->Acquire(); }
-  ~CArrayListEnumerator() override { list_->Release(); }
-
-  using CEnumerator<T>::GetCurrent;
-  void Reset() override { index_ = -1; }
-  bool MoveNext() override {
-    if (index_ < list_->count_) ++index_;
-    return index_ < list_->count_;
-  }
-  T* GetCurrent() override {
-    if (index_ < 0 || index_ >= list_->count_) return nullptr;
-    T* item = list_->items_[index_];
-    if (item) item->Acquire();
-    return item;
-  }
-
- private:
-  const CArrayList<T>* list_;
-  int index_;
+  using CSlotEnumerator<T, CArrayList<T>>::CSlotEnumerator;
 };
 
 }  // namespace Corvane::Mox

@@ -77,4 +77,32 @@ class Iterator {
   RObject<T> current_;
 };
 
+// Walks a container whose elements sit in a slot array (count_, items_) from
+// index 0, holding one reference to the container. The container befriends it.
+template <class T, class TContainer>
+class CSlotEnumerator : public CEnumerator<T> {
+ public:
+  explicit CSlotEnumerator(const TContainer* container) : container_(container), index_(-1) {
+    container_->Acquire();
+  }
+  ~CSlotEnumerator() override { container_->Release(); }
+
+  using CEnumerator<T>::GetCurrent;
+  void Reset() override { index_ = -1; }
+  bool MoveNext() override {
+    if (index_ < container_->count_) ++index_;
+    return index_ < container_->count_;
+  }
+  T* GetCurrent() override {
+    if (index_ < 0 || index_ >= container_->count_) return nullptr;
+    T* item = container_->items_[index_];
+    if (item) item->Acquire();
+    return item;
+  }
+
+ private:
+  const TContainer* container_;
+  int index_;
+};
+
 }  // namespace Corvane::Mox
