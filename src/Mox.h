@@ -120,3 +120,5 @@
 #include "System/PathTemplate/CmafPathTemplate.h"
 #include "System/PathTemplate/CmafLivePathTemplate.h"
 #include "System/PathTemplate/MssPathTemplate.h"
+#include "System/Media/TimeCode/TimeScale.h"
+#include "System/Media/TimeCode/TimeCode.h"
