@@ -1,0 +1,33 @@
+#pragma once
+// CContainerReader: the base of the readers that open a media file (or
+// stream) and deliver its tracks. A reader is a property bag; its type code
+// is its four-character component code.
+
+#include "System/Properties.h"
+
+namespace Corvane::Mox {
+
+class CString;
+
+class CContainerReader : public CProperties {
+ public:
+  explicit CContainerReader(unsigned int componentCode) : CProperties(componentCode, nullptr) {}
+
+  unsigned int GetComponentCode() const { return GetType(); }
+
+  // A reader for the file chosen by its content and name, or null when no
+  // registered reader recognises it.
+  static CContainerReader* Create(CString* path);
+  // A reader of the given type for the file, or null when no available
+  // reader of that type exists. The path is kept as the "file" property.
+  static CContainerReader* Create(CString* path, unsigned int type);
+};
+
+// Creation of readers through their registry.
+class CContainerReaderInventory {
+ public:
+  // A bare reader of the type (the caller owns it), or null.
+  static CContainerReader* Create(unsigned int type);
+};
+
+}  // namespace Corvane::Mox
