@@ -20,5 +20,6 @@ const Command* GetCommands();
 void PrintError(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 int RunInfo(int argc, char** argv);
+int RunCatalog(int argc, char** argv);
 
 }  // namespace MoxTool

@@ -15,6 +15,7 @@ namespace {
 
 const Command kCommands[] = {
     {"info", "info [--json]", "print the library's build identification", &RunInfo},
+    {"catalog", "catalog [--json]", "list every component family, code and name, and whether it is available", &RunCatalog},
     {nullptr, nullptr, nullptr, nullptr},
 };
 
