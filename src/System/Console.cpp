@@ -28,8 +28,12 @@ void EmitLine(Console::LogLevel level, const char* file, int line, const char* p
   const char* label = nullptr;
   int labelLength = 0;
   Console::FunctionLabel(prettyFunction, label, labelLength);
-  RObject<CString> text(CString::WithFormat("%.*s(%d): %.*s: %s\n", static_cast<int>(std::strlen(file)), file,
-                                            line, labelLength, label, body->GetChars()));
+  // Messages usually end with their own line feed; add one only when missing.
+  const char* chars = body->GetChars();
+  const size_t length = std::strlen(chars);
+  const char* ending = length && chars[length - 1] == '\n' ? "" : "\n";
+  RObject<CString> text(CString::WithFormat("%.*s(%d): %.*s: %s%s", static_cast<int>(std::strlen(file)), file,
+                                            line, labelLength, label, chars, ending));
   Console::LogCallback callback = g_callback;
   if (text && callback) callback(level, text);
 }
