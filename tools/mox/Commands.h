@@ -21,5 +21,6 @@ void PrintError(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 int RunInfo(int argc, char** argv);
 int RunCatalog(int argc, char** argv);
+int RunFormats(int argc, char** argv);
 
 }  // namespace MoxTool

@@ -16,6 +16,7 @@ namespace {
 const Command kCommands[] = {
     {"info", "info [--json]", "print the library's build identification", &RunInfo},
     {"catalog", "catalog [--json]", "list every component family, code and name, and whether it is available", &RunCatalog},
+    {"formats", "formats [--json] [video|audio|subtitle]", "list the media format codes", &RunFormats},
     {nullptr, nullptr, nullptr, nullptr},
 };
 
