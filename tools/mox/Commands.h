@@ -1,6 +1,7 @@
 #pragma once
 // The sub-commands of the mox host. Each returns the process exit status:
-// 0 success, 1 a failure of the work itself, 2 bad usage of mox.
+// 0 success, 1 a failure of the work itself, 2 bad usage of mox, 3 a script
+// stopped itself with die.
 
 namespace MoxTool {
 
@@ -20,7 +21,8 @@ const Command* GetCommands();
 void PrintError(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 int RunInfo(int argc, char** argv);
-int RunCatalog(int argc, char** argv);
 int RunFormats(int argc, char** argv);
+int RunCatalog(int argc, char** argv);
+int RunRun(int argc, char** argv);
 
 }  // namespace MoxTool

@@ -15,8 +15,9 @@ namespace {
 
 const Command kCommands[] = {
     {"info", "info [--json]", "print the library's build identification", &RunInfo},
-    {"catalog", "catalog [--json]", "list every component family, code and name, and whether it is available", &RunCatalog},
     {"formats", "formats [--json] [video|audio|subtitle]", "list the media format codes", &RunFormats},
+    {"run", "run SCRIPT|-e TEXT [options]", "parse and evaluate a WFL script (see 'mox run --help')", &RunRun},
+    {"catalog", "catalog [--json]", "list every component family, code and name, and whether it is available", &RunCatalog},
     {nullptr, nullptr, nullptr, nullptr},
 };
 
@@ -34,7 +35,7 @@ void PrintUsage(FILE* out) {
                "  -h, --help                   show this help and exit\n"
                "  -V, --version                show the library's version and build and exit\n"
                "\n"
-               "exit status: 0 success, 1 failure, 2 bad usage\n");
+               "exit status: 0 success, 1 failure, 2 bad usage, 3 a script called die\n");
 }
 
 void PrintVersion() {

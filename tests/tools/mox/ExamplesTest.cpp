@@ -1,0 +1,31 @@
+// The example scripts a new user runs first must keep working.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ToolRunner.h"
+
+namespace {
+
+std::string Example(const char* name) { return std::string(MOX_TEST_SOURCE_DIR) + "/examples/wfl/" + name; }
+
+}  // namespace
+
+TEST(MoxExamples, HelloRunsWithAndWithoutHostVariables) {
+  const ToolRun plain = RunMox({"run", Example("hello.wfl")});
+  ASSERT_EQ(plain.exitStatus, 0) << plain.err;
+  EXPECT_EQ(plain.out.rfind("Hello, world!\nframe: 1920x1080\n", 0), 0u) << plain.out;
+  EXPECT_NE(plain.out.find("rung 2: 480p at 1200 kbit/s\ntotal: 10.2 Mbit/s\n"), std::string::npos);
+  const ToolRun custom = RunMox({"run", Example("hello.wfl"), "-D", "name='editor'", "-D", "width=3840"});
+  ASSERT_EQ(custom.exitStatus, 0) << custom.err;
+  EXPECT_EQ(custom.out.rfind("Hello, editor!\nframe: 3840x2160\n", 0), 0u) << custom.out;
+}
+
+TEST(MoxExamples, TimeCodeCountsDropFrames) {
+  const ToolRun run = RunMox({"run", Example("timecode.wfl")});
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "00:00:59;28\n00:00:59;29\n00:01:00;02\n00:01:00;03\n00:10:00;00\n"
+            "one minute after 10:00:00:00 is 10:01:00:00 (1 minutes)\n"
+            "frames since midnight: 901500\n");
+}
