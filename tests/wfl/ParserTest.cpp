@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "System/Console.h"
+#include "System/IO/MemoryStream.h"
 #include "System/LeakCheckedTest.h"
 #include "System/Media/Container/ContainerReader.h"
 #include "System/Media/Filter/FilterFamilies.h"
@@ -251,4 +252,30 @@ TEST_F(WflParserTest, MissingScriptFileIsReported) {
   } catch (const Result& result) {
     EXPECT_EQ(result.GetResultCode(), ResultFileNotFound().GetResultCode());
   }
+}
+
+TEST_F(WflParserTest, CyclesInTheScriptStillBuild) {
+  Parse(
+      "var a = new VideoConverter('pdv1');"
+      "var b = new VideoConverter('pdv2');"
+      "a -> b; b -> a;");
+  EXPECT_EQ(topology_->GetNodes()->GetCount(), 2);
+  EXPECT_EQ(EdgeNames({"a", "b"}), (std::vector<std::string>{"a>b", "b>a"}));
+}
+
+TEST_F(WflParserTest, GraphDumpNamesNodesAndTracks) {
+  Parse(
+      "var a = new VideoConverter('pdv1');"
+      "var b = new VideoConverter('pdv2');"
+      "var c = new AudioConverter('pda1');"
+      "a -> b; a -> c;");
+  RObject<CMemoryStream> stream(new CMemoryStream());
+  ASSERT_TRUE(topology_->PrintGraphViz(stream).Succeeded());
+  const std::string dot(reinterpret_cast<const char*>(stream->GetData()), static_cast<size_t>(stream->GetLength()));
+  EXPECT_EQ(dot.rfind("digraph topology {", 0), 0u);
+  EXPECT_NE(dot.find("n0 [label=\"(null)\", fillcolor=\"/pastel19/5\"]"), std::string::npos) << dot;
+  EXPECT_NE(dot.find("fillcolor=\"/pastel19/6\""), std::string::npos) << dot;
+  // Two outputs of a, each into the first input of its target.
+  EXPECT_NE(dot.find("n0 -> n1 [label=\"0:0\"]"), std::string::npos) << dot;
+  EXPECT_NE(dot.find("n0 -> n2 [label=\"1:0\"]"), std::string::npos) << dot;
 }

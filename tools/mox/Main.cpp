@@ -28,7 +28,14 @@ void PrintUsage(FILE* out) {
                "mox runs media workflows with libMox.\n"
                "\n"
                "commands:\n");
-  for (const Command* c = kCommands; c->name; ++c) std::fprintf(out, "  %-28s %s\n", c->synopsis, c->summary);
+  for (const Command* c = kCommands; c->name; ++c) {
+    // A synopsis too long for its column puts the summary on the next line.
+    if (std::strlen(c->synopsis) > 28) {
+      std::fprintf(out, "  %s\n  %-28s %s\n", c->synopsis, "", c->summary);
+    } else {
+      std::fprintf(out, "  %-28s %s\n", c->synopsis, c->summary);
+    }
+  }
   std::fprintf(out,
                "\n"
                "options:\n"
