@@ -16,6 +16,7 @@
 #include "System/Properties.h"
 #include "wfl/AstNodeGuard.h"
 #include "wfl/ComponentValue.h"
+#include "wfl/Parser.h"
 #include "wfl/ResultParserError.h"
 #include "wfl/Symbol.h"
 #include "wfl/SymbolDictionary.h"
@@ -81,50 +82,6 @@ CSymbol* NewSymbol(CSymbolValue* adopted) {
   return new CSymbol(value.Get());
 }
 
-// One member per property of the component, converted from its variant.
-void AddPropertyMembers(CComponentValue* value, const IProperties* properties) {
-  if (!properties) return;
-  RObject<CSymbolDictionary> members(value->ToDictionary());
-  for (int i = 0; i < properties->GetPropertyCount(); ++i) {
-    RObject<CString> name(properties->GetPropertyName(i));
-    RObject<CVariant> item(properties->GetProperty(name.Get()));
-    RObject<CSymbol> member(new CSymbol(item.Get()));
-    members->SetSymbol(name, member).ThrowIfFailed();
-  }
-}
-
-CSymbol* DefaultReaderSymbol(CContainerReader* reader) {
-  if (!reader) throw ResultArgumentNull();
-  RObject<CIndexer> indexer(new CIndexer(reader));
-  RObject<CComponentValue> value(new CContainerReaderValue(indexer));
-  AddPropertyMembers(value, reader);
-  return new CSymbol(value.Get());
-}
-
-CSymbol* DefaultWriterSymbol(CContainerWriter* writer) {
-  if (!writer) throw ResultArgumentNull();
-  RObject<CComponentValue> value(new CContainerWriterValue(writer));
-  AddPropertyMembers(value, writer);
-  return new CSymbol(value.Get());
-}
-
-CSymbol* DefaultSignalReaderSymbol(CSignalReader* reader) {
-  if (!reader) throw ResultArgumentNull();
-  RObject<CComponentValue> value(new CSignalReaderValue(reader));
-  AddPropertyMembers(value, reader);
-  return new CSymbol(value.Get());
-}
-
-CSymbol* DefaultSignalWriterSymbol(CSignalWriter* writer) {
-  if (!writer) throw ResultArgumentNull();
-  RObject<CComponentValue> value(new CSignalWriterValue(writer));
-  AddPropertyMembers(value, writer);
-  return new CSymbol(value.Get());
-}
-
-CComponentExpression::SymbolBuilders builders = {DefaultReaderSymbol, DefaultWriterSymbol, DefaultSignalReaderSymbol,
-                                                 DefaultSignalWriterSymbol};
-
 std::string Capitalized(const char* text) {
   std::string result(text);
   if (!result.empty()) result[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(result[0])));
@@ -135,8 +92,6 @@ std::string Capitalized(const char* text) {
 
 CComponentExpression::CComponentExpression(CToken* keyword) : CCallExpression(TypeCode, keyword) {}
 
-void CComponentExpression::SetSymbolBuilders(const SymbolBuilders& replacement) { builders = replacement; }
-const CComponentExpression::SymbolBuilders& CComponentExpression::GetSymbolBuilders() { return builders; }
 
 unsigned int CComponentExpression::GetCodeArgument(int index) const {
   RObject<CSymbol> symbol(GetArgument(index)->Evaluate());
@@ -220,7 +175,7 @@ CSymbol* CComponentExpression::CreateContainerReader() const {
     RObject<CProperties> properties(settings->ToProperties());
     reader->SetProperties(properties.Get()).ThrowIfFailed();
   }
-  return builders.containerReader(reader);
+  return CParser::CreateSymbol(reader);
 }
 
 CSymbol* CComponentExpression::CreateContainerWriter() const {
@@ -236,7 +191,7 @@ CSymbol* CComponentExpression::CreateContainerWriter() const {
     RObject<CProperties> properties(settings->ToProperties());
     writer->SetProperties(properties.Get()).ThrowIfFailed();
   }
-  return builders.containerWriter(writer);
+  return CParser::CreateSymbol(writer);
 }
 
 CSymbol* CComponentExpression::CreateSignalReader() const {
@@ -252,7 +207,7 @@ CSymbol* CComponentExpression::CreateSignalReader() const {
     RObject<CProperties> properties(settings->ToProperties());
     reader->SetProperties(properties.Get()).ThrowIfFailed();
   }
-  return builders.signalReader(reader);
+  return CParser::CreateSymbol(reader);
 }
 
 CSymbol* CComponentExpression::CreateSignalWriter() const {
@@ -267,7 +222,7 @@ CSymbol* CComponentExpression::CreateSignalWriter() const {
     RObject<CProperties> properties(settings->ToProperties());
     writer->SetProperties(properties.Get()).ThrowIfFailed();
   }
-  return builders.signalWriter(writer);
+  return CParser::CreateSymbol(writer);
 }
 
 CSymbol* CComponentExpression::CreatePackage() const {

@@ -29,19 +29,6 @@ class CComponentExpression : public CCallExpression {
   // (the caller owns it); null when there is none.
   static CMediaFilter* CreateComponent(unsigned int code);
 
-  // Builders of the symbols that expose a new reader or writer to the script
-  // (each answers a new symbol). The defaults make the component value with
-  // one member per property; the parser driver installs builders that add
-  // the reader's tracks.
-  struct SymbolBuilders {
-    CSymbol* (*containerReader)(CContainerReader*);
-    CSymbol* (*containerWriter)(CContainerWriter*);
-    CSymbol* (*signalReader)(CSignalReader*);
-    CSymbol* (*signalWriter)(CSignalWriter*);
-  };
-  static void SetSymbolBuilders(const SymbolBuilders& builders);
-  static const SymbolBuilders& GetSymbolBuilders();
-
  private:
   // The argument at index converted to a four-character code (0 when missing).
   unsigned int GetCodeArgument(int index) const;

@@ -14,7 +14,6 @@
 #include "System/Variant.h"
 #include "wfl/AstNode.h"
 #include "wfl/AstStatements.h"
-#include "wfl/ComponentExpression.h"
 #include "wfl/ComponentValue.h"
 #include "wfl/EdgeTable.h"
 #include "wfl/ObjectValue.h"
@@ -103,14 +102,7 @@ CSymbol* ComponentSymbol(CComponentValue* value, const IProperties* properties, 
 
 }  // namespace
 
-CParser::CParser() : CObject(TypeCode), symbols_(new CSymbolDictionary()), diagnosticCount_(0) {
-  // Readers and writers that scripts create are described by the driver.
-  CComponentExpression::SetSymbolBuilders(
-      {static_cast<CSymbol* (*)(CContainerReader*)>(&CParser::CreateSymbol),
-       static_cast<CSymbol* (*)(CContainerWriter*)>(&CParser::CreateSymbol),
-       static_cast<CSymbol* (*)(CSignalReader*)>(&CParser::CreateSymbol),
-       static_cast<CSymbol* (*)(CSignalWriter*)>(&CParser::CreateSymbol)});
-}
+CParser::CParser() : CObject(TypeCode), symbols_(new CSymbolDictionary()), diagnosticCount_(0) {}
 
 CParser::~CParser() { symbols_->Release(); }
 
