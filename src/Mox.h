@@ -153,6 +153,8 @@
 #include "System/Media/Video/VideoConfiguration.h"
 #include "System/Media/Audio/AudioConfiguration.h"
 #include "System/Media/Subtitle/SubtitleConfiguration.h"
+#include "System/Media/ConfigurationTable.h"
+#include "System/Media/ConfigurationMap.h"
 #include "System/Media/Audio/AudioConfigurationTable.h"
 #include "System/Media/Audio/AudioConfigurationMap.h"
 #include "System/Media/Subtitle/SubtitleConfigurationTable.h"

@@ -1,49 +1,24 @@
 #pragma once
-// CAudioConfigurationTable ("actb"): the constant table of conversions a
-// filter class supports, as rows {input, output}. The rows live in static
-// storage owned by the filter class; the table only walks them. The last row
-// has an input Format of 0 and is not counted.
+// CAudioConfigurationTable ("actb"): the constant table of audio conversions
+// a filter class supports (a format converter's, say); see
+// CConfigurationTable for the rows and the look-ups.
 
 #include "System/Media/Audio/AudioConfiguration.h"
+#include "System/Media/ConfigurationTable.h"
 
 namespace Corvane::Mox {
 
-template <class T>
-class CArrayList;
+using AudioConfigurationRow = ConfigurationRow<AudioConfiguration>;
 
-struct AudioConfigurationRow {
-  AudioConfiguration input;
-  AudioConfiguration output;
-};
+extern template class CConfigurationTable<AudioConfiguration, CAudioConfiguration, CAudioProperties>;
 
-class CAudioConfigurationTable : public CObject {
+class CAudioConfigurationTable
+    : public CConfigurationTable<AudioConfiguration, CAudioConfiguration, CAudioProperties> {
  public:
   static constexpr unsigned int TypeCode = FourCC("actb");
 
   // rows may be null (an empty table); it must outlive the table.
-  explicit CAudioConfigurationTable(const AudioConfigurationRow* rows);
-
-  int GetCount() const { return count_; }
-  // Null for an index outside 0..count-1.
-  const AudioConfigurationRow* GetRow(int index) const;
-
-  // The input formats of the rows whose output Format is outputFormat (of
-  // every row when it is 0), in table order without repeats. Returns the
-  // number found; at most capacity are stored.
-  int GetInputFormats(unsigned int outputFormat, unsigned int* formats, int capacity) const;
-  // The output formats of the rows whose input accepts the description.
-  int GetOutputFormats(const CAudioProperties* input, unsigned int* formats, int capacity) const;
-  // Every row's input configuration, in table order (acquired; never null).
-  CArrayList<CAudioConfiguration>* GetInputConfigurations() const;
-  // The output configurations of the rows whose input equals input.
-  CArrayList<CAudioConfiguration>* GetOutputConfigurations(const CAudioConfiguration* input) const;
-  // The first row whose input accepts the description and whose output
-  // Format is outputFormat (any output when 0); null when none.
-  const AudioConfigurationRow* Find(const CAudioProperties* input, unsigned int outputFormat) const;
-
- private:
-  const AudioConfigurationRow* rows_;
-  int count_;
+  explicit CAudioConfigurationTable(const AudioConfigurationRow* rows) : CConfigurationTable(TypeCode, rows) {}
 };
 
 }  // namespace Corvane::Mox

@@ -1,84 +1,9 @@
 #include "System/Media/Subtitle/SubtitleConfigurationTable.h"
 
-#include "System/Collections/ArrayList.h"
-#include "System/Media/Subtitle/SubtitleProperties.h"
+#include "System/Media/ConfigurationTableImpl.h"
 
 namespace Corvane::Mox {
 
-CSubtitleConfigurationTable::CSubtitleConfigurationTable(const SubtitleConfigurationRow* rows)
-    : CObject(TypeCode), rows_(rows), count_(0) {
-  while (rows_ && rows_[count_].input.format != 0) ++count_;
-}
-
-const SubtitleConfigurationRow* CSubtitleConfigurationTable::GetRow(int index) const {
-  return index >= 0 && index < count_ ? &rows_[index] : nullptr;
-}
-
-int CSubtitleConfigurationTable::GetInputFormats(unsigned int outputFormat, unsigned int* formats, int capacity) const {
-  int found = 0;
-  for (int i = 0; i < count_; ++i) {
-    if (outputFormat != 0 && static_cast<unsigned int>(rows_[i].output.format) != outputFormat) continue;
-    // A repeat is judged against the rows that passed the same filter.
-    bool repeat = false;
-    for (int j = 0; j < i && !repeat; ++j) {
-      repeat = rows_[j].input.format == rows_[i].input.format &&
-               (outputFormat == 0 || static_cast<unsigned int>(rows_[j].output.format) == outputFormat);
-    }
-    if (repeat) continue;
-    if (formats && found < capacity) formats[found] = static_cast<unsigned int>(rows_[i].input.format);
-    ++found;
-  }
-  return found;
-}
-
-int CSubtitleConfigurationTable::GetOutputFormats(const CSubtitleProperties* input, unsigned int* formats,
-                                               int capacity) const {
-  if (!input) return 0;
-  SubtitleConfiguration actual = SubtitleConfiguration::Create(input);
-  int found = 0;
-  for (int i = 0; i < count_; ++i) {
-    if (!rows_[i].input.Matches(actual)) continue;
-    bool repeat = false;
-    for (int j = 0; j < i && !repeat; ++j) {
-      repeat = rows_[j].output.format == rows_[i].output.format && rows_[j].input.Matches(actual);
-    }
-    if (repeat) continue;
-    if (formats && found < capacity) formats[found] = static_cast<unsigned int>(rows_[i].output.format);
-    ++found;
-  }
-  return found;
-}
-
-CArrayList<CSubtitleConfiguration>* CSubtitleConfigurationTable::GetInputConfigurations() const {
-  auto* list = new CArrayList<CSubtitleConfiguration>(count_);
-  for (int i = 0; i < count_; ++i) {
-    RObject<CSubtitleConfiguration> item(new CSubtitleConfiguration(rows_[i].input));
-    list->Add(item.Get());
-  }
-  return list;
-}
-
-CArrayList<CSubtitleConfiguration>* CSubtitleConfigurationTable::GetOutputConfigurations(
-    const CSubtitleConfiguration* input) const {
-  auto* list = new CArrayList<CSubtitleConfiguration>();
-  if (!input) return list;
-  for (int i = 0; i < count_; ++i) {
-    if (!(rows_[i].input == input->GetConfiguration())) continue;
-    RObject<CSubtitleConfiguration> item(new CSubtitleConfiguration(rows_[i].output));
-    list->Add(item.Get());
-  }
-  return list;
-}
-
-const SubtitleConfigurationRow* CSubtitleConfigurationTable::Find(const CSubtitleProperties* input,
-                                                            unsigned int outputFormat) const {
-  if (!input) return nullptr;
-  SubtitleConfiguration actual = SubtitleConfiguration::Create(input);
-  for (int i = 0; i < count_; ++i) {
-    if (!rows_[i].input.Matches(actual)) continue;
-    if (outputFormat == 0 || static_cast<unsigned int>(rows_[i].output.format) == outputFormat) return &rows_[i];
-  }
-  return nullptr;
-}
+template class CConfigurationTable<SubtitleConfiguration, CSubtitleConfiguration, CSubtitleProperties>;
 
 }  // namespace Corvane::Mox

@@ -38,6 +38,13 @@ const AudioConfigurationRow kRows[] = {
     {Audio(0), Audio(0)},
 };
 
+SubtitleConfiguration Sub(int format, long long scale = 0) {
+  SubtitleConfiguration c;
+  c.format = format;
+  c.timeScale = scale;
+  return c;
+}
+
 CAudioProperties* NewAudio(const char (&format)[5], int channels) {
   auto* p = new CAudioProperties();
   p->SetFormat(FourCC(format));
@@ -149,17 +156,11 @@ TEST_F(ConfigurationTableTest, AudioMapAnswersDescriptionsThroughPartialInputs) 
 }
 
 TEST_F(ConfigurationTableTest, SubtitleTableAndMap) {
-  auto sub = [](int format, long long scale = 0) {
-    SubtitleConfiguration c;
-    c.format = format;
-    c.timeScale = scale;
-    return c;
-  };
   const SubtitleConfigurationRow rows[] = {
-      {sub(F("c608"), 30000), sub(F("tx3g"))},
-      {sub(F("c608")), sub(F("wvtt"))},
-      {sub(F("tx3g")), sub(F("wvtt"))},
-      {sub(0), sub(0)},
+      {Sub(F("c608"), 30000), Sub(F("tx3g"))},
+      {Sub(F("c608")), Sub(F("wvtt"))},
+      {Sub(F("tx3g")), Sub(F("wvtt"))},
+      {Sub(0), Sub(0)},
   };
   RObject<CSubtitleConfigurationTable> table(new CSubtitleConfigurationTable(rows));
   EXPECT_EQ(table->GetCount(), 3);
@@ -178,7 +179,88 @@ TEST_F(ConfigurationTableTest, SubtitleTableAndMap) {
   RObject<CSubtitleConfigurationMap> map(new CSubtitleConfigurationMap());
   ASSERT_TRUE(map->AddTable(table.Get()).Succeeded());
   EXPECT_EQ(map->GetCount(), 3);
-  EXPECT_EQ(map->Add(sub(F("tx3g")), sub(F("wvtt"))), ResultFalse());
+  EXPECT_EQ(map->Add(Sub(F("tx3g")), Sub(F("wvtt"))), ResultFalse());
   RObject<CArrayList<CSubtitleConfiguration>> outputs(map->GetOutputConfigurations(captions.Get()));
   EXPECT_EQ(outputs->GetCount(), 2);  // tx3g and wvtt
+}
+
+TEST_F(ConfigurationTableTest, EachKindKeepsItsOwnTypeCodes) {
+  RObject<CAudioConfigurationTable> audioTable(new CAudioConfigurationTable(kRows));
+  RObject<CAudioConfigurationMap> audioMap(new CAudioConfigurationMap());
+  RObject<CSubtitleConfigurationTable> subtitleTable(new CSubtitleConfigurationTable(nullptr));
+  RObject<CSubtitleConfigurationMap> subtitleMap(new CSubtitleConfigurationMap());
+  const CObject* objects[] = {audioTable.Get(), audioMap.Get(), subtitleTable.Get(), subtitleMap.Get()};
+  const unsigned int codes[] = {CAudioConfigurationTable::TypeCode, CAudioConfigurationMap::TypeCode,
+                                CSubtitleConfigurationTable::TypeCode, CSubtitleConfigurationMap::TypeCode};
+  // Shared code underneath, but each class still answers to its own code only.
+  for (int i = 0; i < 4; ++i) {
+    for (int j = 0; j < 4; ++j) EXPECT_EQ(objects[i]->IsType(codes[j]), i == j) << i << " as " << j;
+  }
+}
+
+TEST_F(ConfigurationTableTest, SubtitleTableKeepsWideTimeScales) {
+  const long long wide = 30000 + (1LL << 32);  // equals 30000 in the low 32 bits
+  const SubtitleConfigurationRow rows[] = {
+      {Sub(F("c608"), 30000), Sub(F("tx3g"))},
+      {Sub(F("c608"), wide), Sub(F("wvtt"))},
+      {Sub(F("c608")), Sub(F("tx3g"))},
+      {Sub(0), Sub(0)},
+  };
+  RObject<CSubtitleConfigurationTable> table(new CSubtitleConfigurationTable(rows));
+  RObject<CSubtitleProperties> captions(new CSubtitleProperties());
+  captions->SetFormat(FourCC("c608"));
+  captions->SetTimeScale(30000);
+  // Rows 0 and 2 accept it and both give "tx3g", listed once; row 1 does not.
+  unsigned int formats[3] = {};
+  ASSERT_EQ(table->GetOutputFormats(captions.Get(), formats, 3), 1);
+  EXPECT_EQ(formats[0], FourCC("tx3g"));
+  EXPECT_EQ(table->Find(captions.Get(), FourCC("wvtt")), nullptr);
+  captions->SetTimeScale(wide);
+  EXPECT_EQ(table->Find(captions.Get(), FourCC("wvtt")), table->GetRow(1));
+  EXPECT_EQ(table->GetOutputFormats(nullptr, formats, 3), 0);
+
+  // Outputs by input object go by equality: the open row 2 is another input.
+  RObject<CSubtitleConfiguration> key(new CSubtitleConfiguration(Sub(F("c608"), 30000)));
+  RObject<CArrayList<CSubtitleConfiguration>> outputs(table->GetOutputConfigurations(key.Get()));
+  ASSERT_EQ(outputs->GetCount(), 1);
+  RObject<CArrayList<CSubtitleConfiguration>> inputs(table->GetInputConfigurations());
+  ASSERT_EQ(inputs->GetCount(), 3);
+  CSubtitleConfiguration* second = nullptr;
+  ASSERT_TRUE(inputs->Get(1, second).Succeeded());
+  EXPECT_TRUE(second->IsType(CSubtitleConfiguration::TypeCode));
+  EXPECT_EQ(second->GetConfiguration().timeScale, wide);
+  second->Release();
+}
+
+TEST_F(ConfigurationTableTest, SubtitleMapKeysOnExactInputsAndAnswersThroughMatches) {
+  SubtitleConfiguration text = Sub(F("tx3g"));
+  SubtitleConfiguration notNtsc = Sub(F("tx3g"), ~30000);  // any time scale but 30000
+  SubtitleConfiguration vtt = Sub(F("wvtt"));
+  SubtitleConfiguration vttMs = Sub(F("wvtt"), 1000);
+  RObject<CSubtitleConfigurationMap> map(new CSubtitleConfigurationMap());
+  EXPECT_EQ(map->Add(text, vtt), ResultOK());
+  EXPECT_EQ(map->Add(notNtsc, vttMs), ResultOK());
+  EXPECT_EQ(map->Add(notNtsc, vtt), ResultOK());
+  // The narrower input is a key of its own, though every value it takes
+  // also suits the open one.
+  EXPECT_EQ(map->GetCount(), 2);
+  EXPECT_FALSE(map->Contains(text, vttMs));
+  RObject<CArrayList<CSubtitleConfiguration>> exact(map->GetOutputConfigurations(text));
+  EXPECT_EQ(exact->GetCount(), 1);
+
+  RObject<CSubtitleProperties> stream(new CSubtitleProperties());
+  stream->SetFormat(FourCC("tx3g"));
+  stream->SetTimeScale(1000);
+  RObject<CArrayList<CSubtitleConfiguration>> both(map->GetOutputConfigurations(stream.Get()));
+  ASSERT_EQ(both->GetCount(), 2);  // vtt from either input, once, then vttMs
+  CSubtitleConfiguration* second = nullptr;
+  ASSERT_TRUE(both->Get(1, second).Succeeded());
+  EXPECT_EQ(second->GetConfiguration().timeScale, 1000);
+  second->Release();
+  stream->SetTimeScale(30000);
+  RObject<CArrayList<CSubtitleConfiguration>> open(map->GetOutputConfigurations(stream.Get()));
+  EXPECT_EQ(open->GetCount(), 1);
+  RObject<CArrayList<CSubtitleConfiguration>> none(map->GetOutputConfigurations(nullptr));
+  EXPECT_EQ(none->GetCount(), 0);
+  EXPECT_EQ(map->AddTable(nullptr), ResultArgumentNull());
 }
