@@ -13,6 +13,7 @@
 #include "wfl/AstStatements.h"
 #include "wfl/ComponentValue.h"
 #include "wfl/EvaluationBudget.h"
+#include "wfl/ParserTopology.h"
 #include "wfl/ScriptRunner.h"
 #include "wfl/SymbolDictionary.h"
 
@@ -22,13 +23,6 @@ using namespace Corvane::Mox::WFL;
 namespace {
 
 void Discard(CString*) {}
-
-void ReleaseInterpreterState() {
-  CSymbolDictionary::ClearAll();
-  CAstNode::ReleaseSymbolTable();
-  CAstNode::ReleaseFunctionTable();
-  CComponentValue::ReleaseComponentGraph();
-}
 
 }  // namespace
 
