@@ -1,26 +1,40 @@
 #include "System/Media/Formats/FormatTable.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace Corvane::Mox {
 
-CFormatTable::CFormatTable(const FormatEntry* rows, int count) : rows_(rows), count_(count) {
-  index_.reserve(static_cast<size_t>(count));
-  for (int i = 0; i < count; ++i) index_.emplace_back(rows[i].code, i);
-  // A stable sort keeps equal codes in table order, so the first row of a
-  // code survives the de-duplication below.
-  std::stable_sort(index_.begin(), index_.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
-  index_.erase(std::unique(index_.begin(), index_.end(),
-                           [](const auto& a, const auto& b) { return a.first == b.first; }),
-               index_.end());
+CFormatTable::CFormatTable(const FormatEntry* rows, int count) : rows_(rows), count_(count), distinct_(0) {
+  // Open addressing with linear probing at a load of at most one half: a
+  // lookup is one multiply and, almost always, one or two probes.
+  size_t capacity = 16;
+  while (capacity < static_cast<size_t>(count) * 2) capacity <<= 1;
+  slots_.assign(capacity, Slot{0, -1});
+  mask_ = static_cast<unsigned int>(capacity - 1);
+  shift_ = 32;
+  for (size_t c = capacity; c > 1; c >>= 1) --shift_;
+  for (int i = 0; i < count; ++i) {
+    Slot* slot = Probe(rows[i].code);
+    if (slot->row >= 0) continue;  // the first row of a code wins
+    *slot = Slot{rows[i].code, i};
+    ++distinct_;
+  }
+}
+
+CFormatTable::Slot* CFormatTable::Probe(unsigned int code) {
+  return const_cast<Slot*>(static_cast<const CFormatTable*>(this)->Probe(code));
+}
+
+const CFormatTable::Slot* CFormatTable::Probe(unsigned int code) const {
+  // Fibonacci hashing: the high bits of the product mix all four characters.
+  unsigned int at = (code * 0x9E3779B1u) >> shift_;
+  while (slots_[at].row >= 0 && slots_[at].code != code) at = (at + 1) & mask_;
+  return &slots_[at];
 }
 
 const FormatEntry* CFormatTable::Find(unsigned int code) const {
-  auto it = std::lower_bound(index_.begin(), index_.end(), code,
-                             [](const auto& entry, unsigned int c) { return entry.first < c; });
-  return it != index_.end() && it->first == code ? &rows_[it->second] : nullptr;
+  const Slot* slot = Probe(code);
+  return slot->row >= 0 ? &rows_[slot->row] : nullptr;
 }
 
 const FormatEntry* CFormatTable::FindNamed(unsigned int code) const {

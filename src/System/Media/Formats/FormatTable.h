@@ -37,7 +37,7 @@ class CFormatTable {
 
   // Rows as listed (duplicates included) and distinct codes.
   int GetRowCount() const { return count_; }
-  int GetFormatCount() const { return static_cast<int>(index_.size()); }
+  int GetFormatCount() const { return distinct_; }
   // The row at index in table order, or null.
   const FormatEntry* GetRow(int index) const;
   // The first named row whose name equals name exactly; 0 when none.
@@ -52,7 +52,17 @@ class CFormatTable {
 
   const FormatEntry* rows_;
   int count_;
-  std::vector<std::pair<unsigned int, int>> index_;  // sorted by code
+  struct Slot {
+    unsigned int code;
+    int row;  // -1: empty
+  };
+  Slot* Probe(unsigned int code);
+  const Slot* Probe(unsigned int code) const;
+
+  std::vector<Slot> slots_;  // code -> first row of that code
+  unsigned int mask_;
+  int shift_;
+  int distinct_;
 };
 
 }  // namespace Corvane::Mox
