@@ -191,4 +191,47 @@ TEST_F(DictionaryTest, KeepsInsertionOrderAndSetItemKeepsPosition) {
   EXPECT_EQ(v3->GetReferences(), 1);
 }
 
+TEST_F(DictionaryTest, LargeDictionariesKeepFirstKeySemanticsThroughTheirIndex) {
+  // Enough pairs that lookups go through the hash index, with duplicates,
+  // removals that shift positions and replacements in between.
+  RObject<CDictionary<CString, CObject>> dictionary(new CDictionary<CString, CObject>());
+  std::vector<RObject<CObject>> values;
+  auto name = [](int i) { return RObject<CString>(CString::WithFormat("key-%d", i)); };
+  for (int i = 0; i < 200; ++i) {
+    values.emplace_back(new CObject());
+    dictionary->AddItem(name(i), values.back());
+  }
+  RObject<CObject> duplicate(new CObject());
+  dictionary->AddItem(name(50), duplicate);
+  RObject<CObject> found;
+  for (int i = 0; i < 200; i += 7) {
+    ASSERT_EQ(dictionary->Get(name(i), found.Out()), ResultOK()) << i;
+    EXPECT_EQ(found.Get(), values[static_cast<size_t>(i)].Get()) << i;
+    EXPECT_EQ(dictionary->IndexOfKey(name(i)), i);
+  }
+  EXPECT_EQ(dictionary->Get(name(50), found.Out()), ResultOK());
+  EXPECT_EQ(found.Get(), values[50].Get());  // the first of two equal keys
+  EXPECT_FALSE(dictionary->ContainsKey(name(200)));
+
+  EXPECT_EQ(dictionary->Remove(name(10)), ResultOK());
+  EXPECT_EQ(dictionary->IndexOfKey(name(11)), 10);  // later positions moved up
+  EXPECT_EQ(dictionary->Remove(name(50)), ResultOK());
+  EXPECT_EQ(dictionary->Get(name(50), found.Out()), ResultOK());
+  EXPECT_EQ(found.Get(), duplicate.Get());  // the second now comes first
+  RObject<CObject> replacement(new CObject());
+  EXPECT_EQ(dictionary->SetItem(name(150), replacement), ResultOK());
+  EXPECT_EQ(dictionary->IndexOfKey(name(150)), 148);
+  EXPECT_EQ(dictionary->GetCount(), 199);
+  RObject<CString> key;
+  EXPECT_EQ(dictionary->GetKeyAndValue(148, key.Out(), found.Out()), ResultOK());
+  EXPECT_STREQ(key->GetChars(), "key-150");
+  EXPECT_EQ(found.Get(), replacement.Get());
+  EXPECT_EQ(values[150]->GetReferences(), 1);
+  key.Clear();
+  found.Clear();
+  dictionary->Clear();
+  EXPECT_FALSE(dictionary->ContainsKey(name(1)));
+  EXPECT_EQ(replacement->GetReferences(), 1);
+}
+
 }  // namespace
