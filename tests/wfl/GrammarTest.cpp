@@ -152,6 +152,20 @@ TEST_F(WflTest, DeepNestingIsRefusedNotACrash) {
   EXPECT_EQ(Print("((((((((((1))))))))))"), "1");
 }
 
+TEST_F(WflTest, LongOperatorChainsAreNotNesting) {
+  // A chain is parsed in a loop: hundreds of terms are an ordinary script,
+  // while the tree it builds stays bounded.
+  std::string sum = "1";
+  for (int i = 2; i <= 600; ++i) sum += " + " + std::to_string(i);
+  EXPECT_EQ(Print(sum.c_str()), "180300");
+  std::string members = "var o = {}; o.next = o; print(o";
+  for (int i = 0; i < 300; ++i) members += ".next";
+  EXPECT_EQ(Run((members + " == o);").c_str()), "true");
+  std::string endless = "1";
+  for (int i = 0; i < 1500; ++i) endless += " + 1";
+  EXPECT_STREQ(RunFailing(("print(" + endless + ");").c_str()).GetTitle(), "Failed to recover");
+}
+
 TEST_F(WflTest, LexicalErrorsAreReportedAndSkipped) {
   EXPECT_EQ(Run("print(1 ` + 2);"), "3");
   ASSERT_EQ(runner_.GetErrorCount(), 1);

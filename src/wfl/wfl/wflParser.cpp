@@ -106,17 +106,29 @@ struct wflParser::RecognitionError {
   const char* rule;
 };
 
-// Counts how deep the tree being built is: every nested statement or
-// expression and every operator of a chain ("a + b + c" is as deep as it is
-// long) adds a level, and the tree is evaluated and freed recursively.
+// Counts how deep the parse and the tree being built are. A nested statement
+// or expression adds a level to both; each further operator of a chain ("a +
+// b + c" is as deep as it is long) only to the tree, which is evaluated and
+// freed recursively.
 class wflParser::CNestingGuard {
  public:
-  explicit CNestingGuard(wflParser* parser) : parser_(parser), levels_(0) { Deeper(); }
-  ~CNestingGuard() { parser_->nesting_ -= levels_; }
+  explicit CNestingGuard(wflParser* parser, bool chain = false)
+      : parser_(parser), nesting_(0), depth_(0), chain_(chain) {
+    Deeper();
+  }
+  ~CNestingGuard() {
+    parser_->nesting_ -= nesting_;
+    parser_->depth_ -= depth_;
+  }
 
   void Deeper() {
-    ++levels_;
-    if (++parser_->nesting_ <= MaximumNesting) return;
+    ++depth_;
+    ++parser_->depth_;
+    if (!chain_ || nesting_ == 0) {
+      ++nesting_;
+      ++parser_->nesting_;
+    }
+    if (parser_->nesting_ <= MaximumNesting && parser_->depth_ <= MaximumDepth) return;
     CToken* token = parser_->LT(1);
     if (!parser_->speculating_ && parser_->diagnostics_)
       parser_->diagnostics_->ReportSyntaxError(token->GetLine(), token->GetCharPositionInLine(), token->GetText(),
@@ -126,11 +138,13 @@ class wflParser::CNestingGuard {
 
  private:
   wflParser* parser_;
-  int levels_;
+  int nesting_;
+  int depth_;
+  bool chain_;
 };
 
 wflParser::wflParser(wflLexer* lexer, wflDiagnostics* diagnostics)
-    : index_(0), speculating_(0), nesting_(0), errors_(0), lhsStart_(-1), lhsEnd_(-1), diagnostics_(diagnostics) {
+    : index_(0), speculating_(0), nesting_(0), depth_(0), errors_(0), lhsStart_(-1), lhsEnd_(-1), diagnostics_(diagnostics) {
   lexer->Tokenize(tokens_);
 }
 
@@ -615,7 +629,7 @@ CExpression* wflParser::binaryExpression(int level) {
     std::unique_ptr<CNestingGuard> chain;
     while (In(kLevels[level].operators, LA(1))) {
       if (chain) chain->Deeper();
-      else chain = std::make_unique<CNestingGuard>(this);
+      else chain = std::make_unique<CNestingGuard>(this, true);
       CToken* op = Consume();
       RObject<CExpression> right(binaryExpression(level + 1));
       if (level == 0) {
@@ -682,7 +696,7 @@ CExpression* wflParser::memberExpression() {
     std::unique_ptr<CNestingGuard> chain;
     while (LA(1) == TOK_DOT || LA(1) == TOK_NULL_DOT || LA(1) == TOK_LBRACKET || LA(1) == TOK_NULL_INDEX) {
       if (chain) chain->Deeper();
-      else chain = std::make_unique<CNestingGuard>(this);
+      else chain = std::make_unique<CNestingGuard>(this, true);
       value = memberExpressionSuffix(value);
     }
     return value.Detach();

@@ -51,8 +51,13 @@ class wflParser {
   int GetNumberOfSyntaxErrors() const { return errors_; }
 
   // Nesting of statements and expressions deeper than this is refused (with
-  // ResultInvalidAST) rather than exhausting the stack.
+  // ResultInvalidAST) rather than exhausting the stack: each nested level
+  // costs the parser a descent through every precedence rule.
   static constexpr int MaximumNesting = 100;
+  // A tree deeper than this is refused for the same reason. Operator chains
+  // ("a + b + c ...") deepen the tree one level per operator but are parsed
+  // in a loop, so they are bounded by this larger limit only.
+  static constexpr int MaximumDepth = 1000;
 
   using TokenSet = std::bitset<wflTokenTypeEnd + 1>;
 
@@ -137,6 +142,7 @@ class wflParser {
   int index_;
   int speculating_;
   int nesting_;
+  int depth_;
   int errors_;
   // Where the most recent leftHandSideExpression began and ended (token
   // indices): an expression that is exactly that span and is followed by an
