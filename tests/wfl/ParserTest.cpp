@@ -244,6 +244,12 @@ TEST_F(WflParserTest, ReadersShowTheirPropertiesAndTracksToScripts) {
   EXPECT_STREQ(error.GetTitle(), "Invalid cast");
 }
 
+TEST_F(WflParserTest, AReaderIsNeverGuessedWithoutLookingAtTheFile) {
+  // An available reader of some kind exists, but nothing has judged the file.
+  EXPECT_EQ(Rendered(ParseFailing("var r = new ContainerReader('in.mov');")),
+            "Parser error: line 1:12; Failed to create reader for 'in.mov'.");
+}
+
 TEST_F(WflParserTest, MissingScriptFileIsReported) {
   RObject<CString> path(CString::WithString("/nonexistent/script.wfl"));
   try {
