@@ -297,6 +297,10 @@ const CAudioProperties::ChannelLayout* CAudioProperties::GetChannelLayout(unsign
 
 int CAudioProperties::GetChannelLayoutCount() { return static_cast<int>(sizeof(kLayouts) / sizeof(kLayouts[0])) - 1; }
 
+const CAudioProperties::ChannelLayout* CAudioProperties::GetChannelLayoutAt(int index) {
+  return index >= 0 && index < GetChannelLayoutCount() ? &kLayouts[index] : nullptr;
+}
+
 // Binary form -----------------------------------------------------------------
 
 Result CAudioProperties::WriteFields(CBinaryWriter* writer) const {

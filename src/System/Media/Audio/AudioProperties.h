@@ -85,6 +85,8 @@ class CAudioProperties : public CMediaProperties {
   // The first layout of standard and layout tags; null when none.
   static const ChannelLayout* GetChannelLayout(unsigned int standard, unsigned int layout);
   static int GetChannelLayoutCount();
+  // The row at index in table order, or null.
+  static const ChannelLayout* GetChannelLayoutAt(int index);
 
   int GetSize() const override { return 40 + 4 + 16 * channels_ + 16; }
 

@@ -83,7 +83,30 @@ TEST_F(DataTablesTest, ChannelLayoutsFollowTheRecommendations) {
     EXPECT_STREQ(CAudioProperties::GetSpeakerIdentifier(sixteen->assignments[4 + i].label), surround[i]) << i;
     EXPECT_EQ(sixteen->assignments[4 + i].program, sixteen->assignments[4].program);
   }
-  EXPECT_STREQ(CAudioProperties::GetContentType(sixteen->assignments[15].content), "international_sound");
+  EXPECT_STREQ(CAudioProperties::GetContentType(sixteen->assignments[15].content), "effects");
+  // Case 8b puts the 5.1 mix first and the stereo mix on tracks 7 and 8.
+  const Layout* eight = Find("r123", "8bF ");
+  ASSERT_NE(eight, nullptr);
+  EXPECT_EQ(eight->channels, 8);
+  EXPECT_STREQ(CAudioProperties::GetSpeakerIdentifier(eight->assignments[3].label), "LFE");
+  EXPECT_EQ(eight->assignments[6].label, 1);
+  EXPECT_EQ(eight->assignments[7].label, 2);
+  EXPECT_NE(eight->assignments[6].program, eight->assignments[0].program);
+  // Case 12h: three languages, each a stereo mix and an encoded pair.
+  const Layout* languages = Find("r123", "12hF");
+  ASSERT_NE(languages, nullptr);
+  EXPECT_EQ(languages->channels, 12);
+  for (int pair = 0; pair < 6; ++pair) {
+    EXPECT_EQ(languages->assignments[2 * pair].program, pair + 1) << pair;
+    EXPECT_EQ(languages->assignments[2 * pair + 1].program, pair + 1) << pair;
+  }
+  EXPECT_STREQ(CAudioProperties::GetSpeakerIdentifier(languages->assignments[2].label), "O");  // encoded, no speaker
+  // Case 12a leaves its last four tracks unallocated.
+  const Layout* twelve = Find("r123", "12aF");
+  ASSERT_NE(twelve, nullptr);
+  EXPECT_EQ(twelve->assignments[7].label, 6);
+  EXPECT_EQ(twelve->assignments[8].label, 0);
+  EXPECT_EQ(twelve->assignments[11].program, 0);
 }
 
 TEST_F(DataTablesTest, ChannelLayoutRowsAreWellFormed) {
@@ -92,19 +115,20 @@ TEST_F(DataTablesTest, ChannelLayoutRowsAreWellFormed) {
   // Every row is reachable under a documented case name; a misspelled tag
   // would leave the documented count short of the table's.
   EXPECT_EQ(CountDocumentedRows(), count);
-  for (const char* tag : {"1aD ", "1bD ", "1cD ", "2aD ", "2bD ", "2cD "}) {
-    const Layout* layout = CAudioProperties::GetChannelLayout(FourCC("r48 "), Tag(tag));
-    if (!layout) continue;
+  EXPECT_EQ(CountDocumentedRows(), 33);  // R 48 cases 1a to 2c, and all 27 of R 123
+  for (int index = 0; index < count; ++index) {
+    const Layout* layout = CAudioProperties::GetChannelLayoutAt(index);
+    ASSERT_NE(layout, nullptr);
     ASSERT_LE(layout->channels, CAudioProperties::MaximumLayoutChannels);
     for (int i = 0; i < layout->channels; ++i) {
       const auto& a = layout->assignments[i];
       // A track is either mute through and through or fully described.
       if (a.label == 0) {
-        EXPECT_EQ(a.program + a.content, 0) << tag << i;
+        EXPECT_EQ(a.program + a.content, 0) << index << ":" << i;
       } else {
-        EXPECT_STRNE(CAudioProperties::GetSpeakerIdentifier(a.label), "") << tag << i;
-        EXPECT_STRNE(CAudioProperties::GetContentType(a.content), "") << tag << i;
-        EXPECT_GT(a.program, 0) << tag << i;
+        EXPECT_STRNE(CAudioProperties::GetSpeakerIdentifier(a.label), "") << index << ":" << i;
+        EXPECT_STRNE(CAudioProperties::GetContentType(a.content), "") << index << ":" << i;
+        EXPECT_GT(a.program, 0) << index << ":" << i;
       }
     }
   }
@@ -122,7 +146,7 @@ TEST_F(DataTablesTest, ChannelLayoutLookupNeedsBothTags) {
   ASSERT_TRUE(audio->SetChannelLayout(layout).Succeeded());
   EXPECT_EQ(audio->GetChannels(), 16);
   EXPECT_EQ(audio->GetChannelLabel(7), 4);  // LFE of the 5.1 mix
-  EXPECT_EQ(audio->GetChannelContent(2), 6);
+  EXPECT_EQ(audio->GetChannelContent(2), 4);  // the stereo effects pair
 }
 
 TEST_F(DataTablesTest, FixedFormatsCarryTheirStandardParameters) {
