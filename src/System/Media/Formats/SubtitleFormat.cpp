@@ -21,17 +21,6 @@ const CFormatTable& Table() {
 
 }  // namespace
 
-unsigned int GetParentFormat(unsigned int code) { return Table().GetParentFormat(code); }
-const char* GetName(unsigned int code) { return Table().GetName(code); }
-unsigned int GetEquivalentFormat(unsigned int code) { return Table().GetEquivalentFormat(code); }
-unsigned int GetCanonicalFormat(unsigned int code) { return Table().GetCanonicalFormat(code); }
-unsigned int GetCategoricalFormat(unsigned int code) { return Table().GetCategoricalFormat(code); }
-bool IsFormat(unsigned int code, unsigned int other) { return Table().IsFormat(code, other); }
-bool IsKnownFormat(unsigned int code) { return Table().Find(code) != nullptr; }
-int GetRowCount() { return Table().GetRowCount(); }
-int GetFormatCount() { return Table().GetFormatCount(); }
-const FormatEntry* GetRow(int index) { return Table().GetRow(index); }
-unsigned int FindFormat(const char* name) { return Table().FindFormat(name); }
-std::vector<unsigned int> GetAliases(unsigned int code) { return Table().GetAliases(code); }
+#include "System/Media/Formats/FormatLookups.inc"
 
 }  // namespace Corvane::Mox::SubtitleFormat
