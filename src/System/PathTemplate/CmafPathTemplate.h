@@ -11,36 +11,24 @@ class CCmafPathTemplate : public CPathTemplate {
   static constexpr unsigned int TypeCode = FourCC("pcmf");
 
   CCmafPathTemplate();
-  ~CCmafPathTemplate() override;
-
-  void Clear() override;
 
   // Presentation template ("presentation" in properties); the resolved name for context.
-  void SetPresentation(const char* pathTemplate);
-  CString* GetPresentation() const { return presentation_; }
-  Result GetPresentation(CString*& out, CContext* context) const;
+  void SetPresentation(const char* pathTemplate) { SetNamed("presentation", pathTemplate); }
+  CString* GetPresentation() const { return GetNamed("presentation"); }
+  Result GetPresentation(CString*& out, CContext* context) const { return ResolveNamed("presentation", context, out); }
 
   // Manifest template ("manifest" in properties); the resolved name for context.
-  void SetManifest(const char* pathTemplate);
-  CString* GetManifest() const { return manifest_; }
-  Result GetManifest(CString*& out, CContext* context) const;
+  void SetManifest(const char* pathTemplate) { SetNamed("manifest", pathTemplate); }
+  CString* GetManifest() const { return GetNamed("manifest"); }
+  Result GetManifest(CString*& out, CContext* context) const { return ResolveNamed("manifest", context, out); }
 
   // Playlist template ("playlist" in properties); the resolved name for context.
-  void SetPlaylist(const char* pathTemplate);
-  CString* GetPlaylist() const { return playlist_; }
-  Result GetPlaylist(CString*& out, CContext* context) const;
+  void SetPlaylist(const char* pathTemplate) { SetNamed("playlist", pathTemplate); }
+  CString* GetPlaylist() const { return GetNamed("playlist"); }
+  Result GetPlaylist(CString*& out, CContext* context) const { return ResolveNamed("playlist", context, out); }
 
  protected:
   explicit CCmafPathTemplate(unsigned int type);
-  bool SetNamedTemplate(const char* name, CString* path) override;
-  Result VerifyNamedTemplates() override;
-
- private:
-  void SetDefaults();
-
-  CString* presentation_ = nullptr;
-  CString* manifest_ = nullptr;
-  CString* playlist_ = nullptr;
 };
 
 }  // namespace Corvane::Mox

@@ -11,24 +11,11 @@ class CDashPathTemplate : public CPathTemplate {
   static constexpr unsigned int TypeCode = FourCC("pdsh");
 
   CDashPathTemplate();
-  ~CDashPathTemplate() override;
-
-  void Clear() override;
 
   // Presentation template ("presentation" in properties); the resolved name for context.
-  void SetPresentation(const char* pathTemplate);
-  CString* GetPresentation() const { return presentation_; }
-  Result GetPresentation(CString*& out, CContext* context) const;
-
- protected:
-  explicit CDashPathTemplate(unsigned int type);
-  bool SetNamedTemplate(const char* name, CString* path) override;
-  Result VerifyNamedTemplates() override;
-
- private:
-  void SetDefaults();
-
-  CString* presentation_ = nullptr;
+  void SetPresentation(const char* pathTemplate) { SetNamed("presentation", pathTemplate); }
+  CString* GetPresentation() const { return GetNamed("presentation"); }
+  Result GetPresentation(CString*& out, CContext* context) const { return ResolveNamed("presentation", context, out); }
 };
 
 }  // namespace Corvane::Mox

@@ -11,36 +11,21 @@ class CHlsPathTemplate : public CPathTemplate {
   static constexpr unsigned int TypeCode = FourCC("phls");
 
   CHlsPathTemplate();
-  ~CHlsPathTemplate() override;
-
-  void Clear() override;
 
   // Manifest template ("manifest" in properties); the resolved name for context.
-  void SetManifest(const char* pathTemplate);
-  CString* GetManifest() const { return manifest_; }
-  Result GetManifest(CString*& out, CContext* context) const;
+  void SetManifest(const char* pathTemplate) { SetNamed("manifest", pathTemplate); }
+  CString* GetManifest() const { return GetNamed("manifest"); }
+  Result GetManifest(CString*& out, CContext* context) const { return ResolveNamed("manifest", context, out); }
 
   // Playlist template ("playlist" in properties); the resolved name for context.
-  void SetPlaylist(const char* pathTemplate);
-  CString* GetPlaylist() const { return playlist_; }
-  Result GetPlaylist(CString*& out, CContext* context) const;
+  void SetPlaylist(const char* pathTemplate) { SetNamed("playlist", pathTemplate); }
+  CString* GetPlaylist() const { return GetNamed("playlist"); }
+  Result GetPlaylist(CString*& out, CContext* context) const { return ResolveNamed("playlist", context, out); }
 
-  // Key template; the resolved name for context.
-  void SetKey(const char* pathTemplate);
-  CString* GetKey() const { return key_; }
-  Result GetKey(CString*& out, CContext* context) const;
-
- protected:
-  explicit CHlsPathTemplate(unsigned int type);
-  bool SetNamedTemplate(const char* name, CString* path) override;
-  Result VerifyNamedTemplates() override;
-
- private:
-  void SetDefaults();
-
-  CString* manifest_ = nullptr;
-  CString* playlist_ = nullptr;
-  CString* key_ = nullptr;
+  // Key template ("key" in properties); the resolved name for context.
+  void SetKey(const char* pathTemplate) { SetNamed("key", pathTemplate); }
+  CString* GetKey() const { return GetNamed("key"); }
+  Result GetKey(CString*& out, CContext* context) const { return ResolveNamed("key", context, out); }
 };
 
 }  // namespace Corvane::Mox

@@ -11,30 +11,16 @@ class CMssPathTemplate : public CPathTemplate {
   static constexpr unsigned int TypeCode = FourCC("pmss");
 
   CMssPathTemplate();
-  ~CMssPathTemplate() override;
-
-  void Clear() override;
 
   // Client template ("client" in properties); the resolved name for context.
-  void SetClient(const char* pathTemplate);
-  CString* GetClient() const { return client_; }
-  Result GetClient(CString*& out, CContext* context) const;
+  void SetClient(const char* pathTemplate) { SetNamed("client", pathTemplate); }
+  CString* GetClient() const { return GetNamed("client"); }
+  Result GetClient(CString*& out, CContext* context) const { return ResolveNamed("client", context, out); }
 
   // Server template ("server" in properties); the resolved name for context.
-  void SetServer(const char* pathTemplate);
-  CString* GetServer() const { return server_; }
-  Result GetServer(CString*& out, CContext* context) const;
-
- protected:
-  explicit CMssPathTemplate(unsigned int type);
-  bool SetNamedTemplate(const char* name, CString* path) override;
-  Result VerifyNamedTemplates() override;
-
- private:
-  void SetDefaults();
-
-  CString* client_ = nullptr;
-  CString* server_ = nullptr;
+  void SetServer(const char* pathTemplate) { SetNamed("server", pathTemplate); }
+  CString* GetServer() const { return GetNamed("server"); }
+  Result GetServer(CString*& out, CContext* context) const { return ResolveNamed("server", context, out); }
 };
 
 }  // namespace Corvane::Mox

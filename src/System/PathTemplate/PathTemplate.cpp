@@ -83,6 +83,24 @@ void CPathTemplate::Assign(CString*& slot, const char* text) {
 
 void CPathTemplate::Clear() {
   for (CString** slot : {&media_, &video_, &audio_, &subtitle_}) Assign(*slot, static_cast<CString*>(nullptr));
+  for (NamedTemplate& named : named_) Assign(named.path, static_cast<CString*>(nullptr));
+}
+
+void CPathTemplate::DefineNamed(const char* name, const char* pathTemplate) {
+  named_.push_back(NamedTemplate{name, nullptr});
+  Assign(named_.back().path, pathTemplate);
+}
+
+CString* CPathTemplate::GetNamed(const char* name) const {
+  for (const NamedTemplate& named : named_) {
+    if (std::strcmp(named.name, name) == 0) return named.path;
+  }
+  return nullptr;
+}
+
+void CPathTemplate::SetNamed(const char* name, const char* pathTemplate) {
+  RObject<CString> path(pathTemplate ? new CString(pathTemplate) : nullptr);
+  SetNamedTemplate(name, path);
 }
 
 void CPathTemplate::SetMedia(const char* pathTemplate) { Assign(media_, pathTemplate); }
@@ -110,10 +128,12 @@ Result CPathTemplate::Verify() {
     Result result = VerifyIfSet(pathTemplate);
     if (result.Failed()) return result;
   }
-  return VerifyNamedTemplates();
+  for (const NamedTemplate& named : named_) {
+    Result result = VerifyIfSet(named.path);
+    if (result.Failed()) return result;
+  }
+  return ResultOK();
 }
-
-Result CPathTemplate::VerifyNamedTemplates() { return ResultOK(); }
 
 bool CPathTemplate::SetNamedTemplate(const char* name, CString* path) {
   if (std::strcmp(name, "media") == 0) {
@@ -125,6 +145,12 @@ bool CPathTemplate::SetNamedTemplate(const char* name, CString* path) {
   } else if (std::strcmp(name, "subtitle") == 0) {
     Assign(subtitle_, path);
   } else {
+    for (NamedTemplate& named : named_) {
+      if (std::strcmp(named.name, name) == 0) {
+        Assign(named.path, path);
+        return true;
+      }
+    }
     return false;
   }
   return true;
@@ -157,8 +183,9 @@ Result CPathTemplate::Resolve(CContext* context, CString* pathTemplate, CString*
   return ResultOK();
 }
 
-Result CPathTemplate::ResolveNamed(const char* name, CString* pathTemplate, CContext* context, CString*& out) const {
+Result CPathTemplate::ResolveNamed(const char* name, CContext* context, CString*& out) const {
   out = nullptr;
+  CString* pathTemplate = GetNamed(name);
   if (!pathTemplate) return ResultError("CPathTemplate: the %s path template is not set", name);
   return Resolve(context, pathTemplate, out);
 }

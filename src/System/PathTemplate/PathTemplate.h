@@ -8,6 +8,8 @@
 // audio, subtitle) are chosen by the kinds of media in the file; package
 // kinds add named templates in subclasses.
 
+#include <vector>
+
 #include "System/Object.h"
 
 namespace Corvane::Mox {
@@ -75,12 +77,17 @@ class CPathTemplate : public CObject {
  protected:
   explicit CPathTemplate(unsigned int type);
 
+  // Package kinds add their templates (a manifest, a playlist, ...) by name
+  // here, in their constructors; the base then clears, verifies and sets them
+  // from properties like its own four. name must be a literal.
+  void DefineNamed(const char* name, const char* pathTemplate);
+  // The template called name (borrowed); null when not set or not defined.
+  CString* GetNamed(const char* name) const;
+  void SetNamed(const char* name, const char* pathTemplate);
+  // The template called name evaluated for context; an error when it is not set.
+  Result ResolveNamed(const char* name, CContext* context, CString*& out) const;
   // Stores path as the template called name; false for a name this class does not have.
-  virtual bool SetNamedTemplate(const char* name, CString* path);
-  // Verifies the subclass's own templates.
-  virtual Result VerifyNamedTemplates();
-  // Resolves a named template that must be set.
-  Result ResolveNamed(const char* name, CString* pathTemplate, CContext* context, CString*& out) const;
+  bool SetNamedTemplate(const char* name, CString* path);
   static void Assign(CString*& slot, const char* text);
   static void Assign(CString*& slot, CString* text);
   Result VerifyIfSet(CString* pathTemplate) const;
@@ -90,6 +97,11 @@ class CPathTemplate : public CObject {
   CString* video_;
   CString* audio_;
   CString* subtitle_;
+  struct NamedTemplate {
+    const char* name;
+    CString* path;
+  };
+  std::vector<NamedTemplate> named_;  // in definition order
 };
 
 }  // namespace Corvane::Mox
