@@ -11,7 +11,6 @@
 #include "System/Result.h"
 #include "wfl/AstNode.h"
 #include "wfl/AstStatements.h"
-#include "wfl/ComponentValue.h"
 #include "wfl/EvaluationBudget.h"
 #include "wfl/ParserTopology.h"
 #include "wfl/ScriptRunner.h"

@@ -82,11 +82,6 @@ std::string Label(const char* format, const char* a, const std::string& b) {
   return text ? text->GetChars() : "";
 }
 
-// The object the node wraps: readers are held through their indexer.
-CObject* NodeComponentOf(CComponentValue* component) {
-  return component->GetComponentObject();
-}
-
 // The reader or writer behind a value, for properties and labels.
 CObject* ConfiguredObjectOf(CComponentValue* component) {
   if (CIndexer* indexer = component->GetComponent<CIndexer>()) return indexer->GetContainerReader();
@@ -168,7 +163,7 @@ CTopologyNode* CParserTopology::CreateNode(CComponentValue* component) {
       label = OrNull(FilterType::GetName(configured ? configured->GetType() : 0));
       break;
   }
-  RObject<CTopologyNode> node(new CTopologyNode(nodeType, NodeComponentOf(component)));
+  RObject<CTopologyNode> node(new CTopologyNode(nodeType, component->GetComponentObject()));
   node->SetProperties(properties).ThrowIfFailed();
   node->SetLabel(label.c_str());
   node->SetColor(ColorOf(kind));

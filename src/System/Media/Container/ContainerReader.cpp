@@ -5,9 +5,7 @@
 namespace Corvane::Mox {
 
 CContainerReader* CContainerReaderInventory::Create(unsigned int type) {
-  CComponentFactory<CContainerReader>* factory = CFamilyInventory<CContainerReader>::GetFactory(type);
-  if (!factory || !factory->IsAvailable()) return nullptr;
-  return factory->CreateInstance();
+  return CFamilyInventory<CContainerReader>::CreateAvailable(type);
 }
 
 CContainerReader* CContainerReader::Create(CString* path) {

@@ -11,9 +11,7 @@
 namespace Corvane::Mox {
 
 CContainerWriter* CContainerWriter::Create(CString* path, unsigned int type) {
-  CComponentFactory<CContainerWriter>* factory = CFamilyInventory<CContainerWriter>::GetFactory(type);
-  if (!factory || !factory->IsAvailable()) return nullptr;
-  CContainerWriter* writer = factory->CreateInstance();
+  CContainerWriter* writer = CFamilyInventory<CContainerWriter>::CreateAvailable(type);
   if (writer && path) writer->SetProperty("file", path);
   return writer;
 }

@@ -44,6 +44,12 @@ F* CComponentInventory<F>::GetFactory(unsigned int code) {
   return nullptr;
 }
 
+template <class F>
+typename CComponentInventory<F>::Component* CComponentInventory<F>::CreateAvailable(unsigned int code) {
+  F* factory = GetFactory(code);
+  return factory && factory->IsAvailable() ? factory->CreateInstance() : nullptr;
+}
+
 #define MOX_COMPONENT_FAMILY(Family, Category, NameTable) \
   template class CComponentInventory<CComponentFactory<Family>>;
 #include "System/Media/Inventory/ComponentFamilies.def"

@@ -26,6 +26,9 @@ class CComponentInventory : public CObject {
   static Result AddFactory(F* factory);
   // The first factory registered under the code (borrowed), or null.
   static F* GetFactory(unsigned int code);
+  // A new component from that factory (the caller owns it); null when the
+  // code is unknown or its factory is unavailable.
+  static Component* CreateAvailable(unsigned int code);
 
   // Registers component class T with a new factory of its code; raises the
   // Result of a failing insertion.

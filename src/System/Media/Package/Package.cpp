@@ -6,9 +6,7 @@
 namespace Corvane::Mox {
 
 CPackage* CPackage::Create(CString* path, unsigned int packageType) {
-  CComponentFactory<CPackage>* factory = CFamilyInventory<CPackage>::GetFactory(packageType);
-  if (!factory || !factory->IsAvailable()) return nullptr;
-  CPackage* package = factory->CreateInstance();
+  CPackage* package = CFamilyInventory<CPackage>::CreateAvailable(packageType);
   if (package && path) package->SetProperty("file", path);
   return package;
 }

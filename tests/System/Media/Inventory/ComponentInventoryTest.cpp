@@ -91,6 +91,7 @@ TEST_F(ComponentInventory, ComponentsThisBuildLacksAreUnavailableAndCreateNothin
   EXPECT_FALSE(h264->IsAvailable());
   EXPECT_EQ(h264->GetPriority(), 0);
   EXPECT_EQ(h264->CreateInstance(), nullptr);
+  EXPECT_EQ(CFamilyInventory<CVideoCompressor>::CreateAvailable(FourCC("h264")), nullptr);
   RObject<CString> path(CString::WithString("/tmp/in.wav"));
   EXPECT_EQ(CContainerReader::Create(path, FourCC("wav ")), nullptr);
   EXPECT_EQ(CContainerReader::Create(path), nullptr);
@@ -112,6 +113,9 @@ TEST(ComponentRegistration, AddedComponentsAreCreatedAndListedLast) {
   ASSERT_TRUE(converter);
   EXPECT_EQ(converter->GetComponentCode(), CProbeConverter::ComponentCode);
   EXPECT_EQ(Codes<CAudioConverter>().back(), "tpc1");
+  RObject<CAudioConverter> another(CFamilyInventory<CAudioConverter>::CreateAvailable(CProbeConverter::ComponentCode));
+  ASSERT_TRUE(another);
+  EXPECT_NE(another.Get(), converter.Get());  // a new instance each time
 }
 
 TEST(ComponentRegistration, ASecondRegistrationOfACodeNeverShadowsTheFirst) {
