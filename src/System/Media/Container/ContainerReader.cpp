@@ -23,3 +23,22 @@ CContainerReader* CContainerReader::Create(CString* path, unsigned int type) {
 }
 
 }  // namespace Corvane::Mox
+
+namespace Corvane::Mox {
+
+Result CContainerReader::ReadVideoSample(int, CVideoSample*& sample) {
+  sample = nullptr;
+  return ResultNotImplemented();
+}
+
+Result CContainerReader::ReadAudioSample(int, CAudioSample*& sample) {
+  sample = nullptr;
+  return ResultNotImplemented();
+}
+
+Result CContainerReader::ReadSubtitleSample(int, CSubtitleSample*& sample) {
+  sample = nullptr;
+  return ResultNotImplemented();
+}
+
+}  // namespace Corvane::Mox

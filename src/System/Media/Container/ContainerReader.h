@@ -3,17 +3,27 @@
 // stream) and deliver its tracks. A reader is a property bag; its type code
 // is its four-character component code.
 
-#include "System/Properties.h"
+#include "System/Media/Container/Container.h"
 
 namespace Corvane::Mox {
 
+class CAudioSample;
 class CString;
+class CSubtitleSample;
+class CVideoSample;
 
-class CContainerReader : public CProperties {
+class CContainerReader : public CContainer {
  public:
-  explicit CContainerReader(unsigned int componentCode) : CProperties(componentCode, nullptr) {}
+  explicit CContainerReader(unsigned int componentCode) : CContainer(componentCode) {}
 
-  unsigned int GetComponentCode() const { return GetType(); }
+  Result BeginIndex() override { return Result(); }
+  Result EndIndex() override { return Result(); }
+
+  // The next sample of a track (acquired), or null at the track's end. The
+  // sample carries a "read" data reference until its bytes are read.
+  virtual Result ReadVideoSample(int track, CVideoSample*& sample);
+  virtual Result ReadAudioSample(int track, CAudioSample*& sample);
+  virtual Result ReadSubtitleSample(int track, CSubtitleSample*& sample);
 
   // A reader for the file chosen by its content and name, or null when no
   // registered reader recognises it.

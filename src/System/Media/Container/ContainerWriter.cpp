@@ -50,3 +50,18 @@ unsigned int GetContainerWriterType(CString* path) {
 }
 
 }  // namespace Corvane::Mox
+
+namespace Corvane::Mox {
+
+Result CContainerWriter::AddVideoMedia(CVideoProperties*) { return ResultNotSupported("video media is not supported"); }
+Result CContainerWriter::AddAudioMedia(CAudioProperties*) { return ResultNotSupported("audio media is not supported"); }
+Result CContainerWriter::AddSubtitleMedia(CSubtitleProperties*) {
+  return ResultNotSupported("subtitle media is not supported");
+}
+Result CContainerWriter::WriteVideoSample(int, CVideoSample*) { return ResultNotSupported("video media is not supported"); }
+Result CContainerWriter::WriteAudioSample(int, CAudioSample*) { return ResultNotSupported("audio media is not supported"); }
+Result CContainerWriter::WriteSubtitleSample(int, CSubtitleSample*) {
+  return ResultNotSupported("subtitle media is not supported");
+}
+
+}  // namespace Corvane::Mox

@@ -2,17 +2,32 @@
 // CContainerWriter: the base of the writers that store tracks in a media
 // file. A writer is a property bag; its type code is its component code.
 
-#include "System/Properties.h"
+#include "System/Media/Container/Container.h"
 
 namespace Corvane::Mox {
 
+class CAudioSample;
 class CString;
+class CSubtitleSample;
+class CVideoSample;
 
-class CContainerWriter : public CProperties {
+class CContainerWriter : public CContainer {
  public:
-  explicit CContainerWriter(unsigned int componentCode) : CProperties(componentCode, nullptr) {}
+  explicit CContainerWriter(unsigned int componentCode) : CContainer(componentCode) {}
 
-  unsigned int GetComponentCode() const { return GetType(); }
+  Result BeginIndex() override { return Result(); }
+  Result EndIndex() override { return Result(); }
+
+  // Adds a track (the writer keeps a copy of the description); its number
+  // within its kind is the kind's track count before the call. The base
+  // supports no media: ResultNotSupported "video media is not supported".
+  virtual Result AddVideoMedia(CVideoProperties* properties);
+  virtual Result AddAudioMedia(CAudioProperties* properties);
+  virtual Result AddSubtitleMedia(CSubtitleProperties* properties);
+  // Writes a sample to a track; a null sample is ignored.
+  virtual Result WriteVideoSample(int track, CVideoSample* sample);
+  virtual Result WriteAudioSample(int track, CAudioSample* sample);
+  virtual Result WriteSubtitleSample(int track, CSubtitleSample* sample);
 
   // A writer of the type for the file (kept as the "file" property), or null
   // when no available writer of that type exists.
