@@ -11,6 +11,7 @@
 
 #include <pthread.h>
 #include <sched.h>
+#include <time.h>
 
 #include "System/Collections/Stack.h"
 #include "System/PoolObject.h"
@@ -63,6 +64,33 @@ class CPool : public CPoolBase {
     return object;
   }
 
+  // As Get, but gives up and answers null when no object is idle, New makes
+  // none and none comes back within the given milliseconds (0: no waiting).
+  // Checking and taking happen under one lock, so an object seen idle cannot
+  // be taken by another caller in between.
+  T* Get(int milliseconds) {
+    T* object = nullptr;
+    {
+      Guard guard(mutex_);
+      timespec deadline = DeadlineAfter(milliseconds);
+      while (!object) {
+        if (!stack_->IsEmpty()) {
+          object = stack_->Pop();
+        } else if ((object = New())) {
+          ++created_;
+        } else {
+          ++waiting_;
+          int rc = pthread_cond_timedwait(&returned_, &mutex_, &deadline);
+          --waiting_;
+          if (rc != 0 && stack_->IsEmpty()) return nullptr;  // timed out (or failed) with nothing back
+        }
+      }
+    }
+    while (object->GetReferences() > 1) sched_yield();
+    Pool(object);
+    return object;
+  }
+
   // Takes an object back (acquiring it) and wakes blocked Get calls.
   void Put(CPoolObject* object) override {
     Guard guard(mutex_);
@@ -84,6 +112,15 @@ class CPool : public CPoolBase {
   }
 
  private:
+  static timespec DeadlineAfter(int milliseconds) {
+    timespec deadline{};
+    clock_gettime(CLOCK_REALTIME, &deadline);
+    long long nanoseconds = deadline.tv_nsec + static_cast<long long>(milliseconds > 0 ? milliseconds : 0) * 1000000LL;
+    deadline.tv_sec += static_cast<time_t>(nanoseconds / 1000000000LL);
+    deadline.tv_nsec = static_cast<long>(nanoseconds % 1000000000LL);
+    return deadline;
+  }
+
   class Guard {
    public:
     explicit Guard(pthread_mutex_t& mutex) : mutex_(mutex) { pthread_mutex_lock(&mutex_); }

@@ -1,13 +1,14 @@
 #pragma once
 // CDataReference: where a sample's payload bytes are (in memory, in storage,
-// inside a container, in a picture buffer), guarded by a read/write lock.
+// inside a container, in a picture buffer), guarded by a read/write lock
+// whose holds any thread may release (a locked sample changes threads).
 // Data references are pool objects identified by four-character tags; a class
 // answers IsType for every tag of its family row (a buffer reference is
 // "byte", "1d[]" and "dram" at once).
 
 #include "System/Media/PropertiesDescription.h"
 #include "System/PoolObject.h"
-#include "System/Threading/RWLock.h"
+#include "System/Threading/SharedExclusiveLock.h"
 
 namespace Corvane::Mox {
 
@@ -48,7 +49,7 @@ class CDataReference : public CPoolObject, public IPropertiesDescription {
   static bool HasTag(unsigned int type, const unsigned int* tags, int count);
 
  private:
-  CRWLock lock_;
+  CSharedExclusiveLock lock_;
 };
 
 }  // namespace Corvane::Mox

@@ -1,8 +1,5 @@
 #include "System/Media/MemoryContext.h"
 
-#include <chrono>
-#include <thread>
-
 #include "System/ByteArray.h"
 #include "System/Media/Video/VideoProperties.h"
 
@@ -44,25 +41,41 @@ CMemoryContext::~CMemoryContext() {
 
 bool CMemoryContext::IsType(unsigned int type) const { return type == TypeCode || CObject::IsType(type); }
 
-bool CMemoryContext::Allows(long long bytes) const {
-  long long limit = allocationLimit_;
-  return limit <= 0 || totalBytes_.load() + bytes <= limit;
+bool CMemoryContext::Reserve(long long bytes) {
+  const long long limit = allocationLimit_.load();
+  if (limit <= 0) {
+    totalBytes_ += bytes;
+    return true;
+  }
+  long long current = totalBytes_.load();
+  do {
+    if (current + bytes > limit) return false;
+  } while (!totalBytes_.compare_exchange_weak(current, current + bytes));
+  return true;
+}
+
+template <class T, class Make>
+T* CMemoryContext::Allocate(long long bytes, Make make) {
+  if (bytes < 0 || !Reserve(bytes)) return nullptr;
+  T* reference = make();
+  if (!reference) {
+    Unreserve(bytes);
+    return nullptr;
+  }
+  // A reference may hold more than was asked (a rounded-up buffer): count what it holds.
+  const long long held = reference->GetLength() ? reference->GetLength() : bytes;
+  Unreserve(bytes - held);
+  return reference;
 }
 
 CBufferDataReference* CMemoryContext::New(int n) {
-  if (n < 0 || !Allows(n)) return nullptr;
-  CBufferDataReference* reference = CreateDataReference(n);
-  if (reference) totalBytes_ += reference->GetLength() ? reference->GetLength() : n;
-  return reference;
+  return Allocate<CBufferDataReference>(n, [&] { return CreateDataReference(n); });
 }
 
 CPixelBufferDataReference* CMemoryContext::New(const CVideoProperties* properties) {
   if (!properties) return nullptr;
-  long long n = properties->GetSampleLength(0);
-  if (!Allows(n)) return nullptr;
-  CPixelBufferDataReference* reference = CreateDataReference(properties);
-  if (reference) totalBytes_ += reference->GetLength() ? reference->GetLength() : n;
-  return reference;
+  return Allocate<CPixelBufferDataReference>(properties->GetSampleLength(0),
+                                             [&] { return CreateDataReference(properties); });
 }
 
 CBufferDataReference* CMemoryContext::NewForPool(int capacity) { return New(capacity); }
@@ -94,29 +107,17 @@ CPixelDataReferencePool* CMemoryContext::GetPool(const CVideoProperties* propert
   return pool;
 }
 
-template <class T, class Key>
-T* CMemoryContext::Take(CDataReferencePool<T, Key>* pool, long long bytes) {
-  auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(waitTime_);
-  for (;;) {
-    // CPool::Get would block for good when the limit refuses a new object,
-    // so it is asked only when it can answer.
-    if (pool->GetAvailableCount() > 0 || Allows(bytes)) return pool->Get();
-    if (std::chrono::steady_clock::now() >= deadline) return nullptr;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
-}
-
 CBufferDataReference* CMemoryContext::GetDataReference(int n) {
   CLinearDataReferencePool* pool = GetPool(n);
   if (!pool) return nullptr;
-  CBufferDataReference* reference = Take(pool, pool->GetKey());
+  CBufferDataReference* reference = pool->Get(waitTime_.load());
   if (reference) reference->SetLength(n);
   return reference;
 }
 
 CPixelBufferDataReference* CMemoryContext::GetDataReference(const CVideoProperties* properties) {
   CPixelDataReferencePool* pool = GetPool(properties);
-  return pool ? Take(pool, properties->GetSampleLength(0)) : nullptr;
+  return pool ? pool->Get(waitTime_.load()) : nullptr;
 }
 
 CBufferDataReference* CMemoryContext::CreateDataReference(int) { return nullptr; }

@@ -50,11 +50,11 @@ class CMemoryContext : public CObject {
   bool IsType(unsigned int type) const override;
 
   // Milliseconds a pool request may wait for a free reference.
-  int GetWaitTime() const { return waitTime_; }
-  void SetWaitTime(int milliseconds) { waitTime_ = milliseconds; }
+  int GetWaitTime() const { return waitTime_.load(); }
+  void SetWaitTime(int milliseconds) { waitTime_.store(milliseconds); }
   // Bytes; 0 or less means unlimited.
-  long long GetAllocationLimit() const { return allocationLimit_; }
-  void SetAllocationLimit(long long bytes) { allocationLimit_ = bytes; }
+  long long GetAllocationLimit() const { return allocationLimit_.load(); }
+  void SetAllocationLimit(long long bytes) { allocationLimit_.store(bytes); }
   long long GetTotalBytes() const { return totalBytes_.load(); }
 
   // A new reference of n bytes, counted in TotalBytes; null past the limit.
@@ -82,14 +82,17 @@ class CMemoryContext : public CObject {
 
   CBufferDataReference* NewForPool(int capacity);
   CPixelBufferDataReference* NewForPool(const PictureKey& key);
-  bool Allows(long long bytes) const;
-  // Takes from pool once it has an idle reference or the limit allows a new
-  // one of bytes; null when WaitTime runs out first.
-  template <class T, class Key>
-  T* Take(CDataReferencePool<T, Key>* pool, long long bytes);
+  // Counts bytes against the limit in one step, so that threads allocating
+  // at once cannot pass the limit together; false when it would be passed.
+  bool Reserve(long long bytes);
+  // Gives back a reservation (or corrects it to what was really allocated).
+  void Unreserve(long long bytes) { totalBytes_ -= bytes; }
+  // A new reference of `bytes` from make(), reserved against the limit.
+  template <class T, class Make>
+  T* Allocate(long long bytes, Make make);
 
-  int waitTime_;
-  long long allocationLimit_;
+  std::atomic<int> waitTime_;
+  std::atomic<long long> allocationLimit_;
   std::atomic<long long> totalBytes_;
   std::mutex tableLock_;
   std::map<int, CLinearDataReferencePool*> linearPools_;

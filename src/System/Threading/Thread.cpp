@@ -101,7 +101,9 @@ Result CThread::Join() {
   CAutoLock lock(this);
   if (!hasHandle_) return ResultOK();
   if (pthread_equal(handle_, pthread_self())) return ResultInvalidOperation("CThread::Join: a thread cannot join itself");
-  while (!finished_) {
+  // Another joiner may join the thread while this one waits: only one of
+  // them may reach the platform join.
+  while (hasHandle_ && !finished_) {
     if (!Wait()) return ResultError("CThread::Join: waiting for the thread failed");
   }
   return JoinFinished();
@@ -113,7 +115,7 @@ Result CThread::Join(int milliseconds) {
   if (pthread_equal(handle_, pthread_self())) return ResultInvalidOperation("CThread::Join: a thread cannot join itself");
   auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
   // Loop because a wake-up may be spurious or meant for another joiner.
-  while (!finished_) {
+  while (hasHandle_ && !finished_) {
     long long left = MillisecondsUntil(deadline);
     if (left <= 0) return ResultError("CThread::Join: the thread is still running after %d ms", milliseconds);
     Wait(static_cast<int>(left));
@@ -122,6 +124,7 @@ Result CThread::Join(int milliseconds) {
 }
 
 Result CThread::JoinFinished() {
+  if (!hasHandle_) return ResultOK();  // joined by another joiner meanwhile
   int rc = pthread_join(handle_, nullptr);
   hasHandle_ = false;
   if (rc != 0) return ResultError("CThread::Join: pthread_join returned %d", rc);

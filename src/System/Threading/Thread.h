@@ -35,7 +35,8 @@ class CThread : public CObject {
   // keeps the platform's default.
   Result Start(void* argument, int stackSize);
   // Waits until the thread has finished and joins it; ResultOK at once when
-  // no thread exists.
+  // no thread exists. Several threads may join at once: one joins the
+  // platform thread, the others return when it is done.
   Result Join();
   // As Join, but ResultError when the thread is still running after the
   // given time; it stays joinable.
@@ -69,7 +70,8 @@ class CThread : public CObject {
   // Marks the thread finished and wakes every joiner.
   void Finish(const Result& result);
   Result CreatePlatformThread(int stackSize);
-  // Joins the finished platform thread; the monitor is held.
+  // Joins the finished platform thread unless another joiner already has;
+  // the monitor is held.
   Result JoinFinished();
 
   EntryFunction entry_;

@@ -2,6 +2,13 @@
 // interlaced pictures, memory contexts and their pools.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <vector>
+
 #include "System/ByteArray.h"
 #include "System/FourString.h"
 #include "System/IO/MemoryStream.h"
@@ -190,3 +197,105 @@ TEST_F(DataReferenceTest, PicturePoolsAreSizedByTheDescription) {
 }
 
 }  // namespace
+
+namespace {
+
+// A host context whose allocations take a while, so that threads allocating
+// at once are inside an allocation together.
+class SlowHostMemoryContext : public CHostMemoryContext {
+ public:
+  CBufferDataReference* CreateDataReference(int n) override {
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    return CHostMemoryContext::CreateDataReference(n);
+  }
+};
+
+}  // namespace
+
+TEST_F(DataReferenceTest, ConcurrentAllocationsNeverPassTheLimit) {
+  RObject<SlowHostMemoryContext> context(new SlowHostMemoryContext());
+  context->SetAllocationLimit(10 * 1000);
+  std::mutex lock;
+  std::vector<CBufferDataReference*> made;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 8; ++t) {
+    threads.emplace_back([&] {
+      while (CBufferDataReference* reference = context->New(1000)) {
+        std::lock_guard<std::mutex> guard(lock);
+        made.push_back(reference);
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(made.size(), 10u);
+  EXPECT_EQ(context->GetTotalBytes(), 10 * 1000);
+  for (CBufferDataReference* reference : made) reference->Release();
+}
+
+// One idle buffer and a limit that allows no second: of several threads
+// asking at once one gets it and every other gives up after the wait time,
+// none blocks for good.
+TEST_F(DataReferenceTest, RequestsRacingForTheLastIdleBufferTimeOut) {
+  RObject<CHostMemoryContext> context(new CHostMemoryContext());
+  context->SetAllocationLimit(512);
+  context->SetWaitTime(30);
+  CBufferDataReference* idle = context->GetDataReference(300);
+  ASSERT_NE(idle, nullptr);
+  idle->Release();  // back to its pool, idle
+
+  constexpr int Threads = 8;
+  std::mutex lock;
+  std::condition_variable finished;
+  int done = 0;
+  std::vector<CBufferDataReference*> results(Threads, nullptr);
+  std::atomic<int> ready{0};
+  std::vector<std::thread> threads;
+  for (int t = 0; t < Threads; ++t) {
+    threads.emplace_back([&, t] {
+      ++ready;
+      while (ready.load() < Threads) std::this_thread::yield();
+      CBufferDataReference* reference = context->GetDataReference(300);
+      std::lock_guard<std::mutex> guard(lock);
+      results[t] = reference;
+      ++done;
+      finished.notify_all();
+    });
+  }
+  bool allReturned;
+  {
+    std::unique_lock<std::mutex> guard(lock);
+    allReturned = finished.wait_for(guard, std::chrono::seconds(10), [&] { return done == Threads; });
+  }
+  // Free whatever was handed out, which also releases any request still blocked.
+  int granted = 0;
+  for (bool all = false; !all;) {
+    std::lock_guard<std::mutex> guard(lock);
+    all = done == Threads;
+    for (CBufferDataReference*& reference : results) {
+      if (!reference) continue;
+      ++granted;
+      reference->Release();
+      reference = nullptr;
+    }
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_TRUE(allReturned) << "a request blocked past its wait time";
+  if (allReturned) {
+    EXPECT_EQ(granted, 1);
+  }
+  EXPECT_LE(context->GetTotalBytes(), 512);
+}
+
+TEST_F(DataReferenceTest, LockedReferenceReleasedOnAnotherThreadFreesTheLock) {
+  RObject<CBufferDataReference> buffer(new CBufferDataReference(4));
+  CExclusiveDataReference* writer = nullptr;
+  std::thread([&] { writer = new CExclusiveDataReference(buffer.Get()); }).join();
+  std::thread([&] { writer->Release(); }).join();
+  // The exclusive hold went with the wrapper: readers and writers may enter.
+  std::thread([&] {
+    RObject<CSharedDataReference> reader(new CSharedDataReference(buffer.Get()));
+    EXPECT_EQ(reader->GetLength(), 4);
+  }).join();
+  RObject<CExclusiveDataReference> again(new CExclusiveDataReference(buffer.Get()));
+  EXPECT_EQ(again->GetLength(), 4);
+}

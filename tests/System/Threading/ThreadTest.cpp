@@ -297,3 +297,26 @@ TEST_F(ThreadTest, SleepWaitsAtLeastTheGivenTime) {
   CThread::Sleep(-5);  // nothing to wait for
   EXPECT_LT(CStopwatch::Now() - start, 1000LL * 1000000);
 }
+
+// Two threads join one running thread at once: both return success and
+// only one of them joins the platform thread (joining twice is undefined
+// behaviour and typically fails or crashes). Repeated, because the joiners
+// must both be waiting when the thread finishes for the fault to show.
+TEST_F(ThreadTest, ConcurrentJoinersBothSucceed) {
+  for (int round = 0; round < 50; ++round) {
+    Gate gate;
+    RObject<CThread> thread(new CThread(&GatedBody));
+    ASSERT_TRUE(thread->Start(&gate, 0).Succeeded());
+    std::atomic<int> started{0};
+    Result first, second;
+    std::thread a([&] { ++started; first = thread->Join(); });
+    std::thread b([&] { ++started; second = thread->Join(); });
+    while (started.load() < 2) std::this_thread::yield();
+    gate.Open();
+    a.join();
+    b.join();
+    EXPECT_TRUE(first.Succeeded()) << "round " << round;
+    EXPECT_TRUE(second.Succeeded()) << "round " << round;
+    EXPECT_TRUE(thread->IsFinished());
+  }
+}
