@@ -1,0 +1,33 @@
+#pragma once
+// CVideoContainerWriter ("vide", extension "raw"): the elementary video
+// writer. Uncompressed pictures are written back to back in the track's
+// plane layout (raw video); compressed samples as their bytes come.
+
+#include "System/Media/Container/IndexedContainerWriter.h"
+
+namespace Corvane::Mox {
+
+class CVideoContainerWriter : public CIndexedContainerWriter {
+ public:
+  static constexpr unsigned int ComponentCode = FourCC("vide");
+
+  CVideoContainerWriter();
+  ~CVideoContainerWriter() override;
+
+  const char* GetDefaultExtension() const override { return "raw"; }
+  int GetVideoMediaCount() const override;
+  CVideoProperties* GetVideoProperties(int track) const override;
+  // One track; a second fails with ResultNotSupported.
+  Result AddVideoMedia(CVideoProperties* properties) override;
+  Result BeginIndex() override;
+  Result WriteVideoSample(int track, CVideoSample* sample) override;
+  Result EndIndex() override;
+
+ private:
+  CStream* stream_;
+  CVideoProperties* properties_;
+  // The bytes of one picture for planar formats, 0 for compressed video.
+  int pictureSize_;
+};
+
+}  // namespace Corvane::Mox
