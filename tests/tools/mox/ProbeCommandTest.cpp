@@ -1,43 +1,16 @@
 // mox probe run as a child process: what it prints for Y4M files made by
 // ffmpeg (checked against ffprobe), damaged files and files it cannot read.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "System/Media/Container/ContainerTestSupport.h"
 #include "ToolRunner.h"
 
 namespace {
 
-std::string TempPath(const std::string& name) {
-  static const std::string directory = [] {
-    auto path = std::filesystem::temp_directory_path() / ("mox-probe-" + std::to_string(getpid()));
-    std::filesystem::create_directories(path);
-    return path.string();
-  }();
-  return directory + "/" + name;
-}
-
-void WriteFile(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
-std::string Shell(const std::string& command, bool& ok) {
-  std::string output;
-  FILE* pipe = popen(command.c_str(), "r");
-  ok = pipe != nullptr;
-  if (!pipe) return output;
-  char buffer[4096];
-  size_t read = 0;
-  while ((read = fread(buffer, 1, sizeof(buffer), pipe)) > 0) output.append(buffer, read);
-  const int status = pclose(pipe);
-  ok = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-  return output;
-}
+using ContainerTest::Shell;
+using ContainerTest::TempPath;
+using ContainerTest::WriteFile;
 
 size_t Count(const std::string& text, const std::string& pattern) {
   size_t count = 0;

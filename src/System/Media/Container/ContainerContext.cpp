@@ -15,15 +15,9 @@
 
 namespace Corvane::Mox {
 
-CContainerContext::CContainerContext(unsigned int type)
-    : CObject(type), callback_(nullptr), user_(nullptr), defaultFileName_(nullptr), indexPath_(nullptr) {}
+CContainerContext::CContainerContext(unsigned int type) : CObject(type), callback_(nullptr), user_(nullptr) {}
 
-CContainerContext::~CContainerContext() {
-  for (CString* name : fileNames_) name->Release();
-  for (CStream* stream : streams_) stream->Release();
-  if (defaultFileName_) defaultFileName_->Release();
-  if (indexPath_) indexPath_->Release();
-}
+CContainerContext::~CContainerContext() = default;
 
 CContainerContext* CContainerContext::Create(CStream* stream) {
   if (!stream) return nullptr;
@@ -39,24 +33,30 @@ CContainerContext* CContainerContext::Create(CStream* stream) {
 
 namespace {
 
-void Assign(CString*& slot, CString* value) {
+// A new reference to what `held` holds, or null.
+template <class T>
+T* Shared(const RObject<T>& held) {
+  if (held) held->Acquire();
+  return held.Get();
+}
+
+// Holds a new reference to `value`.
+template <class T>
+void Hold(RObject<T>& slot, T* value) {
   if (value) value->Acquire();
-  CString* old = slot;
   slot = value;
-  if (old) old->Release();
 }
 
 }  // namespace
 
 CString* CContainerContext::GetDefaultFileName() const {
   CAutoLock lock(this);
-  if (defaultFileName_) defaultFileName_->Acquire();
-  return defaultFileName_;
+  return Shared(defaultFileName_);
 }
 
 void CContainerContext::SetDefaultFileName(CString* name) {
   CAutoLock lock(this);
-  Assign(defaultFileName_, name);
+  Hold(defaultFileName_, name);
 }
 
 int CContainerContext::GetFileNameCount() const {
@@ -67,7 +67,7 @@ int CContainerContext::GetFileNameCount() const {
 CList<CString>* CContainerContext::GetFileNames() const {
   CAutoLock lock(this);
   auto* list = new CList<CString>();
-  for (CString* name : fileNames_) list->Add(name);
+  for (const RObject<CString>& name : fileNames_) list->Add(name);
   return list;
 }
 
@@ -75,11 +75,11 @@ Result CContainerContext::AddFileName(CString* name, bool allowDuplicate) {
   if (!name) return ResultArgumentNull();
   CAutoLock lock(this);
   if (!allowDuplicate) {
-    for (CString* held : fileNames_)
+    for (const RObject<CString>& held : fileNames_)
       if (!strcasecmp(held->GetChars(), name->GetChars())) return ResultFalse();
   }
-  name->Acquire();
-  fileNames_.push_back(name);
+  fileNames_.emplace_back();
+  Hold(fileNames_.back(), name);
   return Result();
 }
 
@@ -88,7 +88,6 @@ Result CContainerContext::RemoveFileName(CString* name) {
   CAutoLock lock(this);
   for (auto it = fileNames_.begin(); it != fileNames_.end(); ++it) {
     if (!strcasecmp((*it)->GetChars(), name->GetChars())) {
-      (*it)->Release();
       fileNames_.erase(it);
       return Result();
     }
@@ -110,25 +109,24 @@ void CContainerContext::SetOpenStreamCallback(OpenStreamCallback callback, void*
 CList<CStream>* CContainerContext::GetStreams() const {
   CAutoLock lock(this);
   auto* list = new CList<CStream>();
-  for (CStream* stream : streams_) list->Add(stream);
+  for (const RObject<CStream>& stream : streams_) list->Add(stream);
   return list;
 }
 
 Result CContainerContext::AddStream(CStream* stream) {
   if (!stream) return ResultArgumentNull();
   CAutoLock lock(this);
-  for (CStream* held : streams_)
-    if (held == stream) return ResultFalse();
-  stream->Acquire();
-  streams_.push_back(stream);
+  for (const RObject<CStream>& held : streams_)
+    if (held.Get() == stream) return ResultFalse();
+  streams_.emplace_back();
+  Hold(streams_.back(), stream);
   return Result();
 }
 
 Result CContainerContext::RemoveStream(CStream* stream) {
   CAutoLock lock(this);
   for (auto it = streams_.begin(); it != streams_.end(); ++it) {
-    if (*it == stream) {
-      (*it)->Release();
+    if (it->Get() == stream) {
       streams_.erase(it);
       return Result();
     }
@@ -139,7 +137,7 @@ Result CContainerContext::RemoveStream(CStream* stream) {
 long long CContainerContext::GetStreamsLength() const {
   CAutoLock lock(this);
   long long total = 0;
-  for (CStream* stream : streams_) {
+  for (const RObject<CStream>& stream : streams_) {
     const long long length = stream->GetLength();
     if (length > 0) total += length;
   }
@@ -148,13 +146,12 @@ long long CContainerContext::GetStreamsLength() const {
 
 CString* CContainerContext::GetIndexPath() const {
   CAutoLock lock(this);
-  if (indexPath_) indexPath_->Acquire();
-  return indexPath_;
+  return Shared(indexPath_);
 }
 
 void CContainerContext::SetIndexPath(CString* path) {
   CAutoLock lock(this);
-  Assign(indexPath_, path);
+  Hold(indexPath_, path);
 }
 
 Result CContainerContext::OnOpenStream(CString* path) const {

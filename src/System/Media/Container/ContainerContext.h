@@ -7,7 +7,8 @@
 
 #include <vector>
 
-#include "System/Object.h"
+#include "System/IO/Stream.h"
+#include "System/Text.h"
 
 namespace Corvane::Mox {
 
@@ -64,10 +65,10 @@ class CContainerContext : public CObject {
  private:
   OpenStreamCallback callback_;
   void* user_;
-  CString* defaultFileName_;
-  CString* indexPath_;
-  std::vector<CString*> fileNames_;
-  std::vector<CStream*> streams_;
+  RObject<CString> defaultFileName_;
+  RObject<CString> indexPath_;
+  std::vector<RObject<CString>> fileNames_;
+  std::vector<RObject<CStream>> streams_;
 };
 
 }  // namespace Corvane::Mox

@@ -26,13 +26,6 @@ namespace Corvane::Mox {
 
 namespace {
 
-void Assign(CString*& slot, CString* value) {
-  if (value) value->Acquire();
-  CString* old = slot;
-  slot = value;
-  if (old) old->Release();
-}
-
 // The text after the last dot of the file name, or null.
 const char* Extension(const char* path) {
   const char* slash = std::strrchr(path, '/');
@@ -48,23 +41,18 @@ int CountDollars(const char* text) {
 
 }  // namespace
 
-CContainerWriter::CContainerWriter(unsigned int componentCode)
-    : CContainer(componentCode), name_(nullptr), extension_(nullptr) {}
+CContainerWriter::CContainerWriter(unsigned int componentCode) : CContainer(componentCode) {}
 
-CContainerWriter::~CContainerWriter() {
-  if (name_) name_->Release();
-  if (extension_) extension_->Release();
-}
+CContainerWriter::~CContainerWriter() = default;
 
 CString* CContainerWriter::GetName() const {
   CAutoLock lock(this);
-  if (name_) name_->Acquire();
-  return name_;
+  return name_ ? CString::WithString(name_->GetChars()) : nullptr;
 }
 
 void CContainerWriter::SetName(CString* name) {
   CAutoLock lock(this);
-  Assign(name_, name);
+  name_ = name ? CString::WithString(name->GetChars()) : nullptr;
 }
 
 CString* CContainerWriter::GetFileExtension() const {
@@ -76,10 +64,13 @@ CString* CContainerWriter::GetFileExtension() const {
 
 void CContainerWriter::SetFileExtension(CString* extension) {
   // Kept without the dot that path operations report.
-  RObject<CString> bare(extension && extension->GetChars()[0] == '.' ? CString::WithString(extension->GetChars() + 1)
-                                                                     : nullptr);
   CAutoLock lock(this);
-  Assign(extension_, bare ? bare.Get() : extension);
+  if (!extension) {
+    extension_.Clear();
+    return;
+  }
+  const char* text = extension->GetChars();
+  extension_ = CString::WithString(text[0] == '.' ? text + 1 : text);
 }
 
 Result CContainerWriter::AddVideoMedia(CVideoProperties*) { return ResultNotSupported("video media is not supported"); }

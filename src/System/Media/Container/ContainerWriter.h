@@ -6,6 +6,7 @@
 // (opens the output), Write...Sample, EndIndex (completes and closes).
 
 #include "System/Media/Container/Container.h"
+#include "System/Text.h"
 
 namespace Corvane::Mox {
 
@@ -72,8 +73,8 @@ class CContainerWriter : public CContainer {
   static Result LockSampleData(CMediaSample* sample, CLockedDataReference*& data);
 
  private:
-  CString* name_;
-  CString* extension_;
+  RObject<CString> name_;
+  RObject<CString> extension_;
 };
 
 // Creation of writers through their registry.

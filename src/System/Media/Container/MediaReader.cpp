@@ -7,8 +7,10 @@ const char* CMediaReader::GetPropertyContextName(int context) {
   return context >= 0 && context < ContextCount ? kNames[context] : nullptr;
 }
 
-void CMediaReader::CheckContext(int context) {
-  if (context < 0 || context >= ContextCount) throw ResultArgumentOutOfRange("property context %d", context);
+void CMediaReader::ThrowBadContext(int context) { throw ResultArgumentOutOfRange("property context %d", context); }
+
+void CMediaReader::CheckTimeScale(long long timeScale) {
+  if (timeScale < 1 || timeScale > 2000000000) throw ResultArgumentOutOfRange("time scale %lld", timeScale);
 }
 
 }  // namespace Corvane::Mox

@@ -18,7 +18,14 @@ class CMediaReader {
   // The context's text, or null for other values.
   static const char* GetPropertyContextName(int context);
   // Throws ResultArgumentOutOfRange for a context of 3 or more (or below 0).
-  static void CheckContext(int context);
+  static void CheckContext(int context) {
+    if (context < 0 || context >= ContextCount) ThrowBadContext(context);
+  }
+  // Throws ResultArgumentOutOfRange for a time scale outside 1..2,000,000,000.
+  static void CheckTimeScale(long long timeScale);
+
+ private:
+  [[noreturn]] static void ThrowBadContext(int context);
 };
 
 // One property's value per context and the context whose value is in force:
@@ -55,6 +62,23 @@ struct ReaderPropertySlots {
 
 // Declares Set<Name>(value), Set<Name>(context, value), Get<Name>(context) and
 // Is<Name>Set(context) over Base's own Set<Name>, inside a reader property class.
+// The time scale, range-checked, over Base::SetTimeScale.
+#define MOX_READER_TIME_SCALE(Base)                                                                          \
+ public:                                                                                                     \
+  Result SetTimeScale(long long value) { return SetTimeScale(CMediaReader::Unspecified, value); }           \
+  Result SetTimeScale(int context, long long value) {                                                        \
+    CMediaReader::CheckTimeScale(value);                                                                     \
+    return TimeScaleSlots_.Assign(context, value, [this](long long v) { return Base::SetTimeScale(v); });    \
+  }                                                                                                          \
+  long long GetTimeScale(int context) const { return TimeScaleSlots_.Get(context); }                         \
+  using Base::GetTimeScale;                                                                                  \
+                                                                                                             \
+ private:                                                                                                    \
+  ReaderPropertySlots<long long> TimeScaleSlots_;
+
+// Copies one property's record (for the copy constructors).
+#define MOX_READER_PROPERTY_COPY(Name, Type) Name##Slots_ = source->Name##Slots_;
+
 #define MOX_READER_PROPERTY(Base, Name, Type)                                                                \
  public:                                                                                                     \
   Result Set##Name(Type value) { return Set##Name(CMediaReader::Unspecified, value); }                       \
@@ -62,6 +86,7 @@ struct ReaderPropertySlots {
     return Name##Slots_.Assign(context, value, [this](Type v) { return Base::Set##Name(v); });               \
   }                                                                                                          \
   Type Get##Name(int context) const { return Name##Slots_.Get(context); }                                    \
+  using Base::Get##Name;                                                                                     \
   bool Is##Name##Set(int context) const { return Name##Slots_.IsSet(context); }                              \
                                                                                                              \
  private:                                                                                                    \

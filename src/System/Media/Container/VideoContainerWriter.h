@@ -4,10 +4,11 @@
 // plane layout (raw video); compressed samples as their bytes come.
 
 #include "System/Media/Container/IndexedContainerWriter.h"
+#include "System/Media/Container/SingleVideoTrackWriter.h"
 
 namespace Corvane::Mox {
 
-class CVideoContainerWriter : public CIndexedContainerWriter {
+class CVideoContainerWriter : public CSingleVideoTrackWriter<CIndexedContainerWriter> {
  public:
   static constexpr unsigned int ComponentCode = FourCC("vide");
 
@@ -15,17 +16,11 @@ class CVideoContainerWriter : public CIndexedContainerWriter {
   ~CVideoContainerWriter() override;
 
   const char* GetDefaultExtension() const override { return "raw"; }
-  int GetVideoMediaCount() const override;
-  CVideoProperties* GetVideoProperties(int track) const override;
-  // One track; a second fails with ResultNotSupported.
-  Result AddVideoMedia(CVideoProperties* properties) override;
   Result BeginIndex() override;
   Result WriteVideoSample(int track, CVideoSample* sample) override;
-  Result EndIndex() override;
+  Result EndIndex() override { return CloseOutput(); }
 
  private:
-  CStream* stream_;
-  CVideoProperties* properties_;
   // The bytes of one picture for planar formats, 0 for compressed video.
   int pictureSize_;
 };

@@ -45,27 +45,9 @@ Y4mInterlacingMode InterlacingOf(int fieldOrder) {
 
 }  // namespace
 
-CY4mContainerWriter::CY4mContainerWriter()
-    : CContainerWriter(ComponentCode), stream_(nullptr), writer_(nullptr), properties_(nullptr), frameSize_(0) {}
+CY4mContainerWriter::CY4mContainerWriter() : CSingleVideoTrackWriter(ComponentCode), frameSize_(0) {}
 
-CY4mContainerWriter::~CY4mContainerWriter() {
-  EndIndex();
-  if (writer_) writer_->Release();
-  if (properties_) properties_->Release();
-}
-
-int CY4mContainerWriter::GetVideoMediaCount() const { return properties_ ? 1 : 0; }
-
-CVideoProperties* CY4mContainerWriter::GetVideoProperties(int track) const {
-  return track == 0 && properties_ ? new CVideoProperties(properties_) : nullptr;
-}
-
-Result CY4mContainerWriter::AddVideoMedia(CVideoProperties* properties) {
-  if (!properties) return ResultArgumentNull();
-  if (properties_) return ResultNotSupported("YUV4MPEG2 holds one video track");
-  properties_ = new CVideoProperties(properties);
-  return Result();
-}
+CY4mContainerWriter::~CY4mContainerWriter() { CloseOutput(); }
 
 Result CY4mContainerWriter::BeginIndex() {
   if (!properties_) return ResultInvalidOperation("no video track");
@@ -74,7 +56,7 @@ Result CY4mContainerWriter::BeginIndex() {
     return ResultNotSupported("format %s has no YUV4MPEG2 colour space", FourString(properties_->GetFormat()).GetChars());
   frameSize_ = CY4mReader::GetFrameSize(properties_->GetWidth(), properties_->GetHeight(), space);
   if (frameSize_ <= 0) return ResultInvalidArgument("no picture size");
-  Result result = OpenStream(stream_);
+  Result result = OpenStream(stream_.Out());
   if (result.Failed()) return result;
   writer_ = new CY4mWriter();
   const Rational<int> rate(static_cast<int>(properties_->GetTimeScale()), static_cast<int>(properties_->GetFrameDuration()));
@@ -92,10 +74,10 @@ Result CY4mContainerWriter::BeginIndex() {
 
 Result CY4mContainerWriter::WriteVideoSample(int track, CVideoSample* sample) {
   if (!sample) return Result();
-  if (track != 0 || !properties_) return ResultIndexOutOfRange();
-  if (!stream_) return ResultInvalidOperation("the writer has not begun");
+  Result result = CheckTrack(track);
+  if (result.Failed()) return result;
   RObject<CLockedDataReference> data;
-  Result result = LockSampleData(sample, data.Out());
+  result = LockSampleData(sample, data.Out());
   if (result.Failed()) return result;
   if (data->GetLength() < frameSize_)
     return ResultInvalidArgument("the sample holds %d of the %lld bytes of a frame", data->GetLength(), frameSize_);
@@ -103,15 +85,6 @@ Result CY4mContainerWriter::WriteVideoSample(int track, CVideoSample* sample) {
   RObject<CY4mFrame> frame(new CY4mFrame(static_cast<int>(frameSize_)));
   frame->SetBuffer(view);
   return writer_->WriteFrame(stream_, frame);
-}
-
-Result CY4mContainerWriter::EndIndex() {
-  if (!stream_) return ResultFalse();
-  Result result = stream_->Flush();
-  stream_->Close();
-  stream_->Release();
-  stream_ = nullptr;
-  return result;
 }
 
 }  // namespace Corvane::Mox

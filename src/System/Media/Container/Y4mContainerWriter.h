@@ -3,12 +3,13 @@
 // planar YUV as a YUV4MPEG2 file, a frame per sample as it comes.
 
 #include "System/Media/Container/ContainerWriter.h"
+#include "System/Media/Container/SingleVideoTrackWriter.h"
 
 namespace Corvane::Mox {
 
 class CY4mWriter;
 
-class CY4mContainerWriter : public CContainerWriter {
+class CY4mContainerWriter : public CSingleVideoTrackWriter<CContainerWriter> {
  public:
   static constexpr unsigned int ComponentCode = FourCC("y4m ");
 
@@ -16,21 +17,15 @@ class CY4mContainerWriter : public CContainerWriter {
   ~CY4mContainerWriter() override;
 
   const char* GetDefaultExtension() const override { return "y4m"; }
-  int GetVideoMediaCount() const override;
-  CVideoProperties* GetVideoProperties(int track) const override;
-  // One track; a second fails with ResultNotSupported.
-  Result AddVideoMedia(CVideoProperties* properties) override;
   // Opens the output and writes the header (W, H, F, C, I, A); a format
   // without a YUV4MPEG2 colour space fails with ResultNotSupported.
   Result BeginIndex() override;
   Result WriteVideoSample(int track, CVideoSample* sample) override;
   // Flushes and closes the output.
-  Result EndIndex() override;
+  Result EndIndex() override { return CloseOutput(); }
 
  private:
-  CStream* stream_;
-  CY4mWriter* writer_;
-  CVideoProperties* properties_;
+  RObject<CY4mWriter> writer_;
   long long frameSize_;
 };
 
