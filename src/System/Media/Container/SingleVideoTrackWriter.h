@@ -4,6 +4,7 @@
 // and closing it.
 
 #include "System/IO/Stream.h"
+#include "System/Media/LockedDataReference.h"
 #include "System/Media/Video/VideoProperties.h"
 
 namespace Corvane::Mox {
@@ -25,10 +26,18 @@ class CSingleVideoTrackWriter : public Base {
   }
 
  protected:
-  // Checks a sample's track and that the output is open.
-  Result CheckTrack(int track) const {
+  // The sample's bytes for writing to the track (acquired): the track must
+  // exist, the output be open, and the sample hold at least `minimum` bytes.
+  Result LockTrackSample(int track, CMediaSample* sample, long long minimum, CLockedDataReference*& data) const {
+    data = nullptr;
     if (track != 0 || !properties_) return ResultIndexOutOfRange();
     if (!stream_) return ResultInvalidOperation("the writer has not begun");
+    RObject<CLockedDataReference> locked;
+    Result result = Base::LockSampleData(sample, locked.Out());
+    if (result.Failed()) return result;
+    if (locked->GetLength() < minimum)
+      return ResultInvalidArgument("the sample holds %d of the %lld bytes of a picture", locked->GetLength(), minimum);
+    data = locked.Detach();
     return Result();
   }
   // Flushes and closes the output; ResultFalse when it is not open.

@@ -18,18 +18,11 @@ Result CVideoContainerWriter::BeginIndex() {
 
 Result CVideoContainerWriter::WriteVideoSample(int track, CVideoSample* sample) {
   if (!sample) return Result();
-  Result result = CheckTrack(track);
-  if (result.Failed()) return result;
   RObject<CLockedDataReference> data;
-  result = LockSampleData(sample, data.Out());
+  Result result = LockTrackSample(track, sample, pictureSize_, data.Out());
   if (result.Failed()) return result;
-  int length = data->GetLength();
-  if (pictureSize_ > 0) {
-    if (length < pictureSize_)
-      return ResultInvalidArgument("the sample holds %d of the %d bytes of a picture", length, pictureSize_);
-    length = pictureSize_;
-  }
-  return stream_->Write(data->GetData(), length);
+  // A picture is its planes' bytes; compressed samples are written whole.
+  return stream_->Write(data->GetData(), pictureSize_ > 0 ? pictureSize_ : data->GetLength());
 }
 
 }  // namespace Corvane::Mox

@@ -74,13 +74,9 @@ Result CY4mContainerWriter::BeginIndex() {
 
 Result CY4mContainerWriter::WriteVideoSample(int track, CVideoSample* sample) {
   if (!sample) return Result();
-  Result result = CheckTrack(track);
-  if (result.Failed()) return result;
   RObject<CLockedDataReference> data;
-  result = LockSampleData(sample, data.Out());
+  Result result = LockTrackSample(track, sample, frameSize_, data.Out());
   if (result.Failed()) return result;
-  if (data->GetLength() < frameSize_)
-    return ResultInvalidArgument("the sample holds %d of the %lld bytes of a frame", data->GetLength(), frameSize_);
   RObject<CByteArray> view(new CByteArray(static_cast<int>(frameSize_), data->GetData(), data.Get()));
   RObject<CY4mFrame> frame(new CY4mFrame(static_cast<int>(frameSize_)));
   frame->SetBuffer(view);
