@@ -278,6 +278,22 @@ Result CContainerReader::ReadVideoData(CStream* stream, CVideoProperties* proper
   return Result();
 }
 
+Result CContainerReader::ReadUncached(CStream* stream, long long position, unsigned char* bytes, int count,
+                                      int& read) {
+  read = 0;
+  if (!stream) throw ResultNullPointer("null stream parameter");
+  CAutoLock lock(stream);
+  RObject<CStream> base(Unbuffered(stream));
+  Result result = base->Seek(position, SeekOrigin::Begin, nullptr);
+  while (result.Succeeded() && read < count) {
+    int got = 0;
+    result = base->Read(bytes + read, count - read, &got);
+    if (got <= 0) break;
+    read += got;
+  }
+  return result;
+}
+
 Result CContainerReader::ResolveData(CStream* stream, CStorageDataReference* reference, CStreamDataReference*& data) {
   data = nullptr;
   if (!stream || !reference) return ResultArgumentNull();

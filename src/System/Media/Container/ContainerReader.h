@@ -99,6 +99,10 @@ class CContainerReader : public CContainer {
   static Result ReadVideoData(CStream* stream, CVideoProperties* properties, CStorageDataReference* reference,
                               CDataReference*& data);
   static Result ResolveData(CStream* stream, CStorageDataReference* reference, CStreamDataReference*& data);
+  // Up to `count` bytes at `position` from the stream under any read cache,
+  // leaving the cache alone (for short structural reads of a large file);
+  // fewer only at the end of the stream.
+  static Result ReadUncached(CStream* stream, long long position, unsigned char* bytes, int count, int& read);
 
   // Creation. All return a new reader or null.
   static CContainerContext* CreateContext(CString* path);

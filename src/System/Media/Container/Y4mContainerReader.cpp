@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "System/Console.h"
+#include "System/IO/MemoryStream.h"
 #include "System/IO/Stream.h"
 #include "System/Media/Container/ContainerMediaReader.h"
 #include "System/Media/Container/VideoReaderProperties.h"
@@ -141,7 +142,24 @@ Result CY4mContainerReader::BeginIndex() {
 
 Result CY4mContainerReader::ReadFrameAt(long long position, long long& picture) {
   CAutoLock lock(stream_);
-  Result result = stream_->Seek(position, SeekOrigin::Begin, nullptr);
+  // A frame line is short: read a few bytes straight from the file and
+  // parse them in memory, so that indexing neither fills the read cache with
+  // picture data nor costs a call per byte.
+  unsigned char line[256];
+  int read = 0;
+  Result result = ReadUncached(stream_, position, line, sizeof(line), read);
+  if (result.Succeeded()) {
+    RObject<CMemoryStream> memory(new CMemoryStream(read, line));
+    RObject<CY4mFrame> frame;
+    result = reader_->ReadFrame(memory, frame.Out());
+    if (result.Succeeded()) {
+      picture = position + frame->GetPosition();
+      return Result();
+    }
+    // Only a line longer than the bytes read is worth a second look.
+    if (read < static_cast<int>(sizeof(line))) return result;
+  }
+  result = stream_->Seek(position, SeekOrigin::Begin, nullptr);
   if (result.Failed()) return result;
   RObject<CY4mFrame> frame;
   result = reader_->ReadFrame(stream_, frame.Out());

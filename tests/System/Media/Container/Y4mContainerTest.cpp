@@ -141,6 +141,19 @@ TEST_F(Y4mContainerTest, UnknownParametersCommentsAndColonRunsAreRead) {
   reader->EndIndex();
 }
 
+TEST_F(Y4mContainerTest, FrameLinesMayCarryLongParameters) {
+  const std::string header = "YUV4MPEG2 W4 H2 F25:1";
+  const std::string longLine = "FRAME Ip X" + std::string(600, 'c') + "\n";
+  const std::string bytes = header + "\n" + longLine + std::string(12, 'a') + "FRAME\n" + std::string(12, 'b');
+  RObject<CContainerReader> reader(Open("long-line.y4m", bytes));
+  std::vector<RObject<CVideoSample>> samples = Drain(reader);
+  ASSERT_EQ(samples.size(), 2u);
+  RObject<CDataReference> first(samples[0]->GetDataReference(CContainerDataReference::TypeCode));
+  EXPECT_EQ(static_cast<CStorageDataReference*>(first.Get())->GetPosition(),
+            static_cast<long long>(header.size() + 1 + longLine.size()));
+  reader->EndIndex();
+}
+
 TEST_F(Y4mContainerTest, SamplesPointAtEachPictureAndReadItsBytes) {
   const std::string header = "YUV4MPEG2 W4 H2 F25:1 C420";
   const int frameSize = 4 * 2 + 2 * 2 * 1;  // 12
