@@ -18,6 +18,7 @@
 #include "wfl/EdgeTable.h"
 #include "wfl/ObjectValue.h"
 #include "wfl/ParserTopology.h"
+#include "wfl/ReaderTracks.h"
 #include "wfl/ScriptRunner.h"
 #include "wfl/Symbol.h"
 #include "wfl/SymbolDictionary.h"
@@ -64,11 +65,6 @@ void SortEdges(std::vector<Edge*>& edges, CEdgeTable* table, CComponentGraph* gr
   }
 }
 
-CSymbol* NewObjectSymbol(CSymbolDictionary* dictionary) {
-  RObject<CSymbolValue> value(new CObjectValue(dictionary));
-  return new CSymbol(value.Get());
-}
-
 // One member per property of the component, converted from its variant.
 void AddPropertyMembers(CSymbolDictionary* members, const IProperties* properties) {
   if (!properties) return;
@@ -80,23 +76,13 @@ void AddPropertyMembers(CSymbolDictionary* members, const IProperties* propertie
   }
 }
 
-// "tracks": { video: {...}, audio: {...}, subtitle: {...} }, each kind
-// keyed "0", "1", ... in the reader's order.
-void AddTracks(CSymbolDictionary* members) {
-  RObject<CSymbolDictionary> tracks(new CSymbolDictionary());
-  for (const char* kind : {"video", "audio", "subtitle"}) {
-    RObject<CSymbolDictionary> ofKind(new CSymbolDictionary());
-    RObject<CSymbol> symbol(NewObjectSymbol(ofKind));
-    tracks->SetSymbol(kind, symbol).ThrowIfFailed();
-  }
-  RObject<CSymbol> symbol(NewObjectSymbol(tracks));
-  members->SetSymbol("tracks", symbol).ThrowIfFailed();
-}
-
-CSymbol* ComponentSymbol(CComponentValue* value, const IProperties* properties, bool withTracks) {
+// Readers (withTracks) also get "tracks"; a signal reader has no reader
+// tracks to show, so its kinds stay empty.
+CSymbol* ComponentSymbol(CComponentValue* value, const IProperties* properties, bool withTracks,
+                         CContainerReader* reader = nullptr) {
   RObject<CSymbolDictionary> members(value->ToDictionary());
   AddPropertyMembers(members, properties);
-  if (withTracks) AddTracks(members);
+  if (withTracks) AddReaderTracks(members, value, reader);
   return new CSymbol(value);
 }
 
@@ -168,8 +154,12 @@ CTopology* CParser::BuildTopology() const {
 
 CSymbol* CParser::CreateSymbol(CIndexer* indexer) {
   if (!indexer) throw ResultArgumentNull();
+  // The reader's tracks are known once its indexing has begun; the indexer
+  // keeps draining on its own threads while the script goes on.
+  if (!indexer->IsStarted()) indexer->Begin(true).ThrowIfFailed();
   RObject<CComponentValue> value(new CContainerReaderValue(indexer));
-  return ComponentSymbol(value, indexer->GetContainerReader(), true);
+  CContainerReader* reader = indexer->GetContainerReader();
+  return ComponentSymbol(value, reader, true, reader);
 }
 
 CSymbol* CParser::CreateSymbol(CContainerReader* reader) {

@@ -3,6 +3,10 @@
 // lifetime.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -242,6 +246,21 @@ TEST_F(WflParserTest, ReadersShowTheirPropertiesAndTracksToScripts) {
   const ResultParserError error = ParseFailing(
       "var r = new ContainerReader('in.mov', 'pdr1'); var c = new AudioConverter('pda1'); r -> c;");
   EXPECT_STREQ(error.GetTitle(), "Invalid cast");
+}
+
+TEST_F(WflParserTest, AProbedReaderShowsItsTracksWithTheirDescriptions) {
+  const std::string path =
+      (std::filesystem::temp_directory_path() / ("mox-parser-" + std::to_string(getpid()) + ".y4m")).string();
+  std::string bytes = "YUV4MPEG2 W4 H2 F30000:1001 A10:11 It C422\n";
+  for (int f = 0; f < 3; ++f) bytes += "FRAME\n" + std::string(16, 'x');
+  std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  const std::string script = "var r = new ContainerReader('" + path +
+                             "'); var v = r.tracks.video['0']; println(v.width); println(v.height); println(v.format); "
+                             "println(v.timeScale); println(v.frameDuration); println(v.fieldOrder); "
+                             "println(v.pixelAspectRatio.x); println(v.pixelAspectRatio.y); println(r.tracks.audio['0']);";
+  Parse(script.c_str());
+  EXPECT_EQ(g_printed, "4\n2\nI422\n30000\n1001\n2\n10\n11\n(null)\n");
+  std::filesystem::remove(path);
 }
 
 TEST_F(WflParserTest, AReaderIsNeverGuessedWithoutLookingAtTheFile) {

@@ -24,5 +24,6 @@ int RunInfo(int argc, char** argv);
 int RunFormats(int argc, char** argv);
 int RunCatalog(int argc, char** argv);
 int RunRun(int argc, char** argv);
+int RunProbe(int argc, char** argv);
 
 }  // namespace MoxTool

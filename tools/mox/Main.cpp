@@ -17,6 +17,7 @@ const Command kCommands[] = {
     {"info", "info [--json]", "print the library's build identification", &RunInfo},
     {"formats", "formats [--json] [video|audio|subtitle]", "list the media format codes", &RunFormats},
     {"run", "run SCRIPT|-e TEXT [options]", "parse and evaluate a WFL script (see 'mox run --help')", &RunRun},
+    {"probe", "probe FILE [--json] [--samples] [--type CODE]", "open a media file, index it and describe its tracks", &RunProbe},
     {"catalog", "catalog [--json]", "list every component family, code and name, and whether it is available", &RunCatalog},
     {nullptr, nullptr, nullptr, nullptr},
 };

@@ -7,6 +7,9 @@
 
 #include "System/Media/Container/ContainerReader.h"
 #include "System/Media/Container/ContainerWriter.h"
+#include "System/Media/Container/VideoContainerWriter.h"
+#include "System/Media/Container/Y4mContainerReader.h"
+#include "System/Media/Container/Y4mContainerWriter.h"
 #include "System/Media/Filter/FilterFamilies.h"
 #include "System/Media/Inventory/ComponentInventory.h"
 #include "System/Media/Package/Package.h"

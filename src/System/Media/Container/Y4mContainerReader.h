@@ -1,0 +1,56 @@
+#pragma once
+// CY4mContainerReader ("y4m "): a YUV4MPEG2 file as one video track. The
+// header gives the track; an index thread walks the "FRAME" lines, skipping
+// the pictures, and queues one sample per frame with a "read" reference to
+// its bytes.
+
+#include <thread>
+
+#include "System/Media/Container/ContainerReader.h"
+
+namespace Corvane::Mox {
+
+class CContainerMediaReader;
+class CY4mReader;
+
+class CY4mContainerReader : public CContainerReader {
+ public:
+  static constexpr unsigned int ComponentCode = FourCC("y4m ");
+
+  CY4mContainerReader();
+  ~CY4mContainerReader() override;
+
+  // 128 when the stream starts with "YUV4MPEG".
+  int Validate(CStream* stream) override;
+  Result BeginIndex() override;
+  Result EndIndex() override;
+
+  int GetVideoMediaCount() const override;
+  CVideoProperties* GetVideoProperties(int track) const override;
+  bool IsVideoReady(int track) const override;
+
+  using CContainerReader::ReadVideoData;
+  Result ReadVideoSample(int track, CVideoSample*& sample) override;
+  Result ReadVideoData(int track, CContainerDataReference* reference, CDataReference*& data) override;
+  Result ResolveVideoData(int track, CContainerDataReference* reference, CStreamDataReference*& data) override;
+  CProperties* GetDocumentation() const override;
+
+ private:
+  // Track description from the header; fails for what cannot be read.
+  Result DescribeTrack();
+  // The index thread's body: queue every whole frame, then the end marker.
+  Result ReadIndex();
+  // Reads the frame header at `position` under the stream's lock.
+  Result ReadFrameAt(long long position, long long& picture);
+  void StopIndexThread();
+
+  CStream* stream_;
+  CY4mReader* reader_;
+  CVideoProperties* properties_;
+  CContainerMediaReader* media_;
+  std::thread indexThread_;
+  long long headerEnd_;
+  long long frameSize_;
+};
+
+}  // namespace Corvane::Mox
