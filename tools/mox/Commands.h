@@ -24,5 +24,7 @@ int RunInfo(int argc, char** argv);
 int RunFormats(int argc, char** argv);
 int RunCatalog(int argc, char** argv);
 int RunRun(int argc, char** argv);
+int RunGraph(int argc, char** argv);
+int RunInspect(int argc, char** argv);
 
 }  // namespace MoxTool

@@ -60,6 +60,17 @@ CFormatList* CMediaKindFilterT<S, P, C, CO>::GetOutputFormats() const {
 }
 
 template <class S, class P, class C, class CO>
+CFormatList* CMediaKindFilterT<S, P, C, CO>::GetTableOutputFormats() const {
+  auto* formats = new CFormatList();
+  const Row* rows = GetConfigurationTable();
+  for (const Row* row = rows; row && KindFilterDetail::FormatOf(row->input) != 0; ++row) {
+    const unsigned int format = KindFilterDetail::FormatOf(row->output);
+    if (!formats->ContainsValue(format)) formats->AddValue(format);
+  }
+  return formats;
+}
+
+template <class S, class P, class C, class CO>
 int CMediaKindFilterT<S, P, C, CO>::Evaluate(const P* properties) const {
   if (!properties || properties->GetFormat() == 0) return 0;
   const Row* rows = GetConfigurationTable();

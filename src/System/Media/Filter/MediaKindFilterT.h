@@ -41,6 +41,9 @@ class CMediaKindFilterT : public CMediaFilterT<S, P> {
   virtual CArrayList<CO>* GetOutputConfigurations() const;
   virtual CArrayList<CO>* GetOutputConfigurations(const CO* input) const;
   virtual Result CopySampleMetadata(S* to, const S* from) { return CopyCommonSampleMetadata(to, from); }
+  // The output formats of every row of the table, whatever the input (an
+  // empty list without a table); for catalogs and inspectors.
+  CFormatList* GetTableOutputFormats() const;
   // The class's constant conversion table, or null.
   virtual const Row* GetConfigurationTable() const { return nullptr; }
 
