@@ -29,4 +29,9 @@ PropertyName PropertyName::Create(const char* text) {
   return PropertyName(inserted.first->c_str());
 }
 
+PropertyName PropertyName::CreateIndexed(const char* base, int count, int index) {
+  if (index < 0 || index >= count) return PropertyName();
+  return Create((std::string(base ? base : "") + std::to_string(index)).c_str());
+}
+
 }  // namespace Corvane::Mox

@@ -19,6 +19,9 @@ class PropertyName {
 
   // A name over a process-wide copy of text (one copy per distinct text).
   static PropertyName Create(const char* text);
+  // Member index of an indexed family of names ("ChannelLabel0" ..): base
+  // followed by the index in decimal; the empty name outside 0..count-1.
+  static PropertyName CreateIndexed(const char* base, int count, int index);
 
   friend bool operator==(const PropertyName& a, const PropertyName& b) { return std::strcmp(a.name_, b.name_) == 0; }
   friend bool operator==(const PropertyName& a, const char* b) { return b && std::strcmp(a.name_, b) == 0; }

@@ -116,7 +116,7 @@ CIdentifier::CIdentifier(CToken* token) : CExpression(TypeCode, token) { Require
 CSymbol* CIdentifier::Evaluate() const {
   RObject<CString> name(new CString(GetName()));
   if (CSymbol* symbol = GetSymbolTable()->FindSymbol(name)) return symbol;
-  return FindOrCreate(GetInnermostScope(), name);
+  return FindOrCreate(GetBareNameScope(), name);
 }
 
 CMemberIdentifier::CMemberIdentifier(CToken* token) : CExpression(TypeCode, token) { Require(token); }

@@ -140,6 +140,9 @@ CWithStatement::~CWithStatement() {
 Context CWithStatement::Execute() const {
   RObject<CSymbolDictionary> object(object_->EvaluateToDictionary());
   CAutoScope scope(object);
+  // New bare names belong to the object even inside the body's own block
+  // scope; names declared with var there stay local to the block.
+  CBareNameScope bareNames(object);
   return body_->Evaluate();
 }
 

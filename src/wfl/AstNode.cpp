@@ -10,6 +10,7 @@
 namespace Corvane::Mox::WFL {
 
 CSymbolTable* CAstNode::symbols = nullptr;
+CSymbolDictionary* CAstNode::bareNames = nullptr;
 CFunctionTable* CAstNode::functions = nullptr;
 
 CAstNode::CAstNode(unsigned int type, CToken* token) : CObject(type), token_(token) {
@@ -58,6 +59,12 @@ CSymbolDictionary* CAstNode::GetInnermostScope() {
   if (table->Get(0, scope.Out()).Failed() || !scope) throw ResultInvalidOperation("no scope to declare symbols in");
   return scope.Get();  // the table keeps it alive
 }
+
+CSymbolDictionary* CAstNode::GetBareNameScope() { return bareNames ? bareNames : GetInnermostScope(); }
+
+CAstNode::CBareNameScope::CBareNameScope(CSymbolDictionary* scope) : previous_(bareNames) { bareNames = scope; }
+
+CAstNode::CBareNameScope::~CBareNameScope() { bareNames = previous_; }
 
 CAstNode::CAutoScope::CAutoScope() {
   RObject<CSymbolDictionary> scope(new CSymbolDictionary());

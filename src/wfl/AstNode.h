@@ -61,6 +61,23 @@ class CAstNode : public CObject {
   // scope has been pushed.
   static CSymbolDictionary* GetInnermostScope();
 
+  // Where an assignment to a name found nowhere creates it: the object of
+  // the enclosing with statement, whatever block scopes its body opened, or
+  // else the innermost scope. Borrowed.
+  static CSymbolDictionary* GetBareNameScope();
+  // Directs bare names into scope (null: back to the innermost scope) for its
+  // lifetime, restoring the previous direction afterwards.
+  class CBareNameScope {
+   public:
+    explicit CBareNameScope(CSymbolDictionary* scope);
+    ~CBareNameScope();
+    CBareNameScope(const CBareNameScope&) = delete;
+    CBareNameScope& operator=(const CBareNameScope&) = delete;
+
+   private:
+    CSymbolDictionary* previous_;
+  };
+
  protected:
   // Raises ResultInvalidAST on this node's token when child is missing.
   void Require(const void* child) const;
@@ -70,6 +87,7 @@ class CAstNode : public CObject {
 
   static CSymbolTable* symbols;
   static CFunctionTable* functions;
+  static CSymbolDictionary* bareNames;
 
  private:
   CToken* token_;

@@ -177,6 +177,8 @@ CSymbol* CFunctionDeclaration::Execute(CList<CExpression>* arguments) const {
   if (count != parameters_->GetCount()) throw ResultInvalidArgs(GetToken());
   CCallDepthGuard depth;
   CAutoScope parameterScope;
+  // A function's bare names follow its own scopes, not its caller's with.
+  CBareNameScope bareNames(nullptr);
   CSymbolDictionary* scope = GetInnermostScope();
   int index = 0;
   for (CString* parameter : *parameters_) {

@@ -51,6 +51,16 @@ CSymbolDictionary* Member(CSymbolDictionary* dictionary, const char* name) {
   return member->GetValue()->ToDictionary();
 }
 
+// The media kind of a track value's type.
+unsigned int MediaKindOf(unsigned int trackType) {
+  switch (trackType) {
+    case CVideoTrackValue::TypeCode: return FourCC("vid ");
+    case CAudioTrackValue::TypeCode: return FourCC("aud ");
+    case CSubtitleTrackValue::TypeCode: return FourCC("sub ");
+    default: return 0;
+  }
+}
+
 bool IsTrack(const CSymbolValue* value) {
   return value->IsType(CVideoTrackValue::TypeCode) || value->IsType(CAudioTrackValue::TypeCode) ||
          value->IsType(CSubtitleTrackValue::TypeCode);
@@ -120,7 +130,7 @@ CSymbolValue* CComponentValue::Connect(CSymbolValue* right) {
     MOX_LOG(Console::Debug, "connecting: %s(%s):%d -> %s\n", FourString(container->GetComponentType()).GetChars(),
             FourString(GetComponentType()).GetChars(), track->GetTrackIndex(),
             FourString(destination->GetComponentType()).GetChars());
-    return ConnectFrom(container, track->GetTrackIndex(), destination, chainEnd);
+    return ConnectFrom(container, track->GetTrackIndex(), destination, chainEnd, MediaKindOf(GetComponentType()));
   }
   int output = GetComponentGraph()->GetOutputEdges(this)->GetCount();
   MOX_LOG(Console::Debug, "connecting: %s:%d -> %s\n", FourString(GetComponentType()).GetChars(), output,
@@ -129,8 +139,9 @@ CSymbolValue* CComponentValue::Connect(CSymbolValue* right) {
 }
 
 CSymbolValue* CComponentValue::ConnectFrom(CComponentValue* source, int output, CComponentValue* destination,
-                                           CComponentValue* chainEnd) {
+                                           CComponentValue* chainEnd, unsigned int sourceKind) {
   RObject<CConnectionValue> connection(new CConnectionValue(source, output, destination));
+  connection->SetSourceKind(sourceKind);
   GetComponentGraph()->Connect(source, destination, connection);
   if (chainEnd) connection->SetDestination(chainEnd);
   return connection.Detach();

@@ -50,7 +50,7 @@ class CComponentValue : public CObjectValue {
   // Connects from this component's given output; destination is a component
   // value; chainEnd, when set, becomes the returned connection's destination.
   CSymbolValue* ConnectFrom(CComponentValue* source, int output, CComponentValue* destination,
-                            CComponentValue* chainEnd);
+                            CComponentValue* chainEnd, unsigned int sourceKind = 0);
 
  private:
   // The first track of the kind the destination consumes; raises bad_operation.
@@ -73,6 +73,11 @@ class CConnectionValue : public CObjectValue {
   CComponentValue* GetSource() const { return source_; }
   CComponentValue* GetDestination() const { return destination_; }
   int GetSourceTrack() const { return sourceTrack_; }
+  // For a connection made from a reader's track value: the track's media
+  // kind ("vid ", "aud ", "sub "), and GetSourceTrack counts within that
+  // kind. 0 when the source track is an output index of the source.
+  unsigned int GetSourceKind() const { return sourceKind_; }
+  void SetSourceKind(unsigned int kind) { sourceKind_ = kind; }
   void SetSource(CComponentValue* source);
   void SetDestination(CComponentValue* destination);
 
@@ -82,6 +87,7 @@ class CConnectionValue : public CObjectValue {
  private:
   CComponentValue* source_;
   int sourceTrack_;
+  unsigned int sourceKind_ = 0;
   CComponentValue* destination_;
 };
 

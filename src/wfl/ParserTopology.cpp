@@ -15,6 +15,12 @@
 #include "System/Media/Signal/SignalType.h"
 #include "System/Text.h"
 #include "wfl/AstNode.h"
+#include "wfl/ContainerReaderTopologyNode.h"
+#include "wfl/ContainerWriterTopologyNode.h"
+#include "wfl/MediaFilterTopologyNode.h"
+#include "wfl/PackageContainerTopologyNode.h"
+#include "wfl/SignalReaderTopologyNode.h"
+#include "wfl/SignalWriterTopologyNode.h"
 #include "wfl/SymbolDictionary.h"
 
 namespace Corvane::Mox::WFL {
@@ -88,6 +94,30 @@ CObject* ConfiguredObjectOf(CComponentValue* component) {
   return component->GetComponentObject();
 }
 
+// The node of a component by the kind of its value.
+CTopologyNode* NewNode(unsigned int valueType, CComponentValue* component) {
+  CObject* object = component->GetComponentObject();
+  switch (valueType) {
+    case FourCC("indx"): {
+      auto* indexer = component->GetComponent<CIndexer>();
+      return new CContainerReaderTopologyNode(indexer, indexer && indexer->IsStarted());
+    }
+    case FourCC("srcr"): return new CSignalReaderTopologyNode(object);
+    case FourCC("writ"): {
+      auto* writer = component->GetComponent<CContainerWriter>();
+      if (!writer) throw ResultNotSupported("the writer value holds no container writer");
+      return new CContainerWriterTopologyNode(writer);
+    }
+    case FourCC("srcw"): return new CSignalWriterTopologyNode(object);
+    case FourCC("pcnt"): return new CPackageContainerTopologyNode(object);
+    default: {
+      auto* filter = component->GetComponent<CMediaFilter>();
+      if (!filter) throw ResultNotSupported("'%s' values hold no filter", FourString(valueType).GetChars());
+      return new CMediaFilterTopologyNode(filter);
+    }
+  }
+}
+
 void ApplyProperties(CObject* target, CProperties* properties) {
   auto* bag = dynamic_cast<IProperties*>(target);
   if (bag && properties) bag->SetProperties(properties).ThrowIfFailed();
@@ -105,7 +135,16 @@ void CParserTopology::Connect(CGraphEdge<CComponentValue>* edge) {
   CTopologyNode* source = GetNode(edge->GetSource());
   CTopologyNode* target = GetNode(edge->GetDestination());
   auto* connection = dynamic_cast<CConnectionValue*>(edge->GetPayload());
-  const int output = connection ? connection->GetSourceTrack() : 0;
+  int output = connection ? connection->GetSourceTrack() : 0;
+  // A track value counts within its kind; the reader node numbers its
+  // outputs video, then audio, then subtitle tracks.
+  if (auto* reader = dynamic_cast<CReaderTopologyNode*>(source); reader && connection && connection->GetSourceKind()) {
+    const int mapped = reader->GetOutputIndex(connection->GetSourceKind(), output);
+    if (mapped < 0)
+      throw ResultArgumentOutOfRange("'%s' has no %s track %d", reader->GetLabel() ? reader->GetLabel()->GetChars() : "(null)",
+                                     FourString(connection->GetSourceKind()).GetChars(), output);
+    output = mapped;
+  }
   RObject<CProperties> properties;
   if (connection) {
     RObject<CSymbolDictionary> members(connection->ToDictionary());
@@ -116,6 +155,9 @@ void CParserTopology::Connect(CGraphEdge<CComponentValue>* edge) {
 
 CTopologyNode* CParserTopology::GetNode(CComponentValue* component) {
   if (!component) throw ResultArgumentNull();
+  // A track stands for its reader.
+  if (auto* track = dynamic_cast<CTrackValue*>(component); track && track->GetContainer())
+    return GetNode(track->GetContainer());
   auto found = nodes_.find(component);
   if (found != nodes_.end()) return found->second;
   RObject<CTopologyNode> node(CreateNode(component));
@@ -136,21 +178,17 @@ CTopologyNode* CParserTopology::CreateNode(CComponentValue* component) {
   RObject<CProperties> properties(members ? members->ToProperties() : new CProperties());
   CObject* configured = ConfiguredObjectOf(component);
   std::string label;
-  unsigned int nodeType = CTopologyNode::FilterNode;
   switch (kind) {
     case NodeKind::Reader:
-      nodeType = CTopologyNode::ReaderNode;
       properties->RemoveProperty("tracks");
       ApplyProperties(configured, properties);
       label = Label("%s (%s)", OrNull(TypeNameOf(type, configured)), FileOf(configured));
       break;
     case NodeKind::Writer:
-      nodeType = CTopologyNode::WriterNode;
       ApplyProperties(configured, properties);
       label = Label("%s (%s)", OrNull(TypeNameOf(type, configured)), FileOf(configured));
       break;
     case NodeKind::PackageContainer: {
-      nodeType = CTopologyNode::PackageContainerNode;
       auto* container = component->GetComponent<CPackageContainer>();
       CPackage* package = container ? container->GetPackage() : nullptr;
       const std::string where = FileOf(package) + ":" + FourString(container ? container->GetContainerType() : 0).GetChars();
@@ -163,7 +201,7 @@ CTopologyNode* CParserTopology::CreateNode(CComponentValue* component) {
       label = OrNull(FilterType::GetName(configured ? configured->GetType() : 0));
       break;
   }
-  RObject<CTopologyNode> node(new CTopologyNode(nodeType, component->GetComponentObject()));
+  RObject<CTopologyNode> node(NewNode(type, component));
   node->SetProperties(properties).ThrowIfFailed();
   node->SetLabel(label.c_str());
   node->SetColor(ColorOf(kind));

@@ -1,5 +1,7 @@
 #include "wfl/TopologyNode.h"
 
+#include "System/Collections/List.h"
+#include "System/Media/MediaProperties.h"
 #include "System/Text.h"
 
 namespace Corvane::Mox::WFL {
@@ -38,5 +40,28 @@ void CTopologyNode::SetColor(const char* color) {
 }
 
 void CTopologyNode::SetColor(CString* color) { Replace(color_, color); }
+
+Result CTopologyNode::Begin() { return Result(); }
+Result CTopologyNode::End() { return Result(); }
+bool CTopologyNode::IsEndOfStream() { return true; }
+int CTopologyNode::GetInputMediaCount() { return 0; }
+void CTopologyNode::AddInputMedia(const CMediaProperties*) { throw ResultNotSupported("node takes no input"); }
+CMediaProperties* CTopologyNode::GetInputMedia(int) { return nullptr; }
+bool CTopologyNode::IsInputMediaReady(int) { return false; }
+bool CTopologyNode::WaitForInputMedia() { return false; }
+
+CList<CMediaProperties>* CTopologyNode::GetAvailableOutputMedia(int output) {
+  auto* list = new CList<CMediaProperties>();
+  RObject<CMediaProperties> media(GetOutputMedia(output));
+  if (media) list->Add(media);
+  return list;
+}
+
+int CTopologyNode::GetOutputMediaCount() { return 0; }
+CMediaProperties* CTopologyNode::GetOutputMedia(int) { return nullptr; }
+bool CTopologyNode::IsOutputMediaReady(int) { return false; }
+bool CTopologyNode::WaitForOutputMedia() { return false; }
+void CTopologyNode::WriteSample(int, CMediaSample*) { throw ResultNotSupported("node takes no input"); }
+CMediaSample* CTopologyNode::ReadSample(int) { return nullptr; }
 
 }  // namespace Corvane::Mox::WFL

@@ -5,6 +5,9 @@
 // output edges in insertion order. An edge carries a weight (1.0 unless
 // given), its source and destination and an optional payload object.
 
+#include <deque>
+#include <limits>
+#include <unordered_map>
 #include <vector>
 
 #include "System/Collections/List.h"
@@ -52,13 +55,15 @@ class CWeightedDirectedGraph : public CObject {
     // Edges first: they hold the nodes.
     edges_->Clear();
     links_.clear();
+    index_.clear();
   }
 
   // Adds the node unless it is already there (by identity); ResultFalse then.
   Result AddNode(T* node) {
     if (!node) return ResultArgumentNull();
-    if (nodes_->Contains(node)) return ResultFalse();
+    if (index_.count(node)) return ResultFalse();
     nodes_->Add(node);
+    index_.emplace(node, links_.size());
     links_.push_back(Links{node, new CList<Edge>(), new CList<Edge>()});
     return Result();
   }
@@ -82,6 +87,50 @@ class CWeightedDirectedGraph : public CObject {
     return edge.Get();
   }
 
+  // The cheapest path from one node to another as its edges in order (a new
+  // list), or null when to cannot be reached. A label-correcting search: a
+  // FIFO queue of nodes whose distance improved, relaxed edge by edge in
+  // insertion order; a distance is replaced only when strictly smaller, so
+  // among paths of equal cost the first found is kept.
+  CList<Edge>* FindShortestPath(T* from, T* to) const {
+    if (!Find(from) || !Find(to)) return nullptr;
+    std::unordered_map<const T*, float> distance;
+    std::unordered_map<const T*, Edge*> previous;
+    auto distanceOf = [&](const T* node) {
+      auto found = distance.find(node);
+      return found == distance.end() ? std::numeric_limits<float>::infinity() : found->second;
+    };
+    std::deque<T*> queue{from};
+    std::unordered_map<const T*, bool> queued{{from, true}};
+    distance[from] = 0.0f;
+    // A negative cycle would relax forever; no simple path needs more rounds.
+    size_t budget = static_cast<size_t>(nodes_->GetCount()) * (static_cast<size_t>(edges_->GetCount()) + 1) + 1;
+    while (!queue.empty() && budget-- > 0) {
+      T* node = queue.front();
+      queue.pop_front();
+      queued[node] = false;
+      for (Edge* edge : *GetOutputEdges(node)) {
+        const float through = distanceOf(node) + edge->GetWeight();
+        T* next = edge->GetDestination();
+        if (!(through < distanceOf(next))) continue;
+        distance[next] = through;
+        previous[next] = edge;
+        if (!queued[next]) {
+          queued[next] = true;
+          queue.push_back(next);
+        }
+      }
+    }
+    if (!previous.count(to)) return from == to ? new CList<Edge>() : nullptr;
+    std::vector<Edge*> reversed;
+    for (const T* at = to; at != from && reversed.size() <= previous.size(); at = previous[at]->GetSource())
+      reversed.push_back(previous[at]);
+    if (reversed.size() > previous.size()) return nullptr;
+    auto* path = new CList<Edge>();
+    for (auto it = reversed.rbegin(); it != reversed.rend(); ++it) path->Add(*it);
+    return path;
+  }
+
   // The lists are borrowed; an unknown node answers an empty list.
   CList<T>* GetNodes() const { return nodes_; }
   CList<Edge>* GetEdges() const { return edges_; }
@@ -102,20 +151,19 @@ class CWeightedDirectedGraph : public CObject {
   };
 
   const Links* Find(T* node) const {
-    for (const Links& links : links_)
-      if (links.node == node) return &links;
-    return nullptr;
+    auto found = index_.find(node);
+    return found == index_.end() ? nullptr : &links_[found->second];
   }
   Links* Find(T* node) {
-    for (Links& links : links_)
-      if (links.node == node) return &links;
-    return nullptr;
+    auto found = index_.find(node);
+    return found == index_.end() ? nullptr : &links_[found->second];
   }
 
   RObject<CList<T>> nodes_;
   RObject<CList<Edge>> edges_;
   RObject<CList<Edge>> none_;
   std::vector<Links> links_;
+  std::unordered_map<const T*, size_t> index_;
 };
 
 }  // namespace Corvane::Mox

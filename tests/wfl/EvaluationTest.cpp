@@ -55,9 +55,14 @@ TEST_F(WflTest, MemberAndIndexAccess) {
 
 TEST_F(WflTest, WithResolvesAndCreatesNamesInTheObject) {
   EXPECT_EQ(Run("var o = {a: 1}; with (o) a = 2; with (o) b = 3; print(o.a); print(o.b);"), "23");
-  // A block body opens its own scope, which is then the innermost one: new
-  // names land there, while existing members are still found in the object.
-  EXPECT_EQ(Run("var p = {a: 1}; with (p) { a = 5; c = 3; } print(p);"), "{ a : 5 }");
+  // New bare names belong to the object whatever the body's form; names
+  // declared with var inside a block body stay local to it.
+  EXPECT_EQ(Run("var o2 = {}; with (o2) { m = 4; } print(o2.m);"), "4");
+  EXPECT_EQ(Run("var p = {a: 1}; with (p) { a = 5; var local = 7; c = 3; } print(p.a); print(p.c); print(p.local);"),
+            "53(null)");
+  EXPECT_EQ(Run("print(typeof local);"), "undefined");
+  // A function called from the body keeps its own scoping.
+  EXPECT_EQ(Run("function f() { fresh = 1; } var q = {}; with (q) { f(); } print(q.fresh);"), "(null)");
 }
 
 TEST_F(WflTest, LoopsHonourBreakAndContinue) {

@@ -19,6 +19,10 @@ const Command kCommands[] = {
     {"run", "run SCRIPT|-e TEXT [options]", "parse and evaluate a WFL script (see 'mox run --help')", &RunRun},
     {"probe", "probe FILE [--json] [--samples] [--type CODE]", "open a media file, index it and describe its tracks", &RunProbe},
     {"catalog", "catalog [--json]", "list every component family, code and name, and whether it is available", &RunCatalog},
+    {"graph", "graph SCRIPT [-D NAME=VALUE]... [-o FILE]", "build a script's topology and write its graph (dot, SVG or PNG)",
+     &RunGraph},
+    {"inspect", "inspect CODE [--family FAMILY] [--json]", "describe a component: family, availability, properties, formats",
+     &RunInspect},
     {nullptr, nullptr, nullptr, nullptr},
 };
 

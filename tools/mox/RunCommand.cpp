@@ -13,6 +13,7 @@
 #include <Mox.h>
 
 #include "Commands.h"
+#include "ScriptInput.h"
 
 using namespace Corvane::Mox;
 
@@ -36,11 +37,7 @@ const char kRunUsage[] =
     "\n"
     "exit status: 0 success, 1 script error, 2 bad usage, 3 the script called die\n";
 
-struct RunOptions {
-  std::string script;  // a path, "-", or the inline text
-  bool inlineText = false;
-  bool haveScript = false;
-  std::vector<std::pair<std::string, std::string>> variables;
+struct RunOptions : ScriptInput {
   Console::LogLevel level = Console::Warning;
 };
 
@@ -57,15 +54,6 @@ bool ParseLevel(const char* text, Console::LogLevel& level) {
     return true;
   }
   return false;
-}
-
-bool IsVariableName(const std::string& name) {
-  if (name.empty() || !(std::isalpha(static_cast<unsigned char>(name[0])) || name[0] == '_' || name[0] == '$'))
-    return false;
-  for (char c : name) {
-    if (!(std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '$')) return false;
-  }
-  return true;
 }
 
 // Returns ExitSuccess, or the usage status after printing why.
@@ -97,14 +85,7 @@ int ParseArguments(int argc, char** argv, RunOptions& options, bool& help) {
       options.inlineText = options.haveScript = true;
     } else if (option && !std::strcmp(arg, "-D")) {
       const char* definition = value("-D");
-      if (!definition) return ExitUsage;
-      const char* equals = std::strchr(definition, '=');
-      std::string name = equals ? std::string(definition, equals) : std::string(definition);
-      if (!equals || !IsVariableName(name)) {
-        PrintError("run: -D expects NAME=VALUE with a WFL name, not '%s'", definition);
-        return ExitUsage;
-      }
-      options.variables.emplace_back(name, equals + 1);
+      if (!definition || !AddVariable("run", definition, options)) return ExitUsage;
     } else if (option && !std::strcmp(arg, "-v")) {
       const char* level = value("-v");
       if (!level) return ExitUsage;
@@ -130,66 +111,6 @@ int ParseArguments(int argc, char** argv, RunOptions& options, bool& help) {
   return ExitSuccess;
 }
 
-void LogToStandardError(Console::LogLevel, CString* text) {
-  if (!text) return;
-  std::fputs(text->GetChars(), stderr);
-  std::fflush(stderr);
-}
-
-bool ReadStandardInput(std::string& text) {
-  char buffer[65536];
-  size_t n;
-  while ((n = std::fread(buffer, 1, sizeof buffer, stdin)) > 0) text.append(buffer, n);
-  return !std::ferror(stdin);
-}
-
-// A one-line message for a failure that is not a script error.
-void PrintResult(const Result& result) {
-  const char* details = result.GetDetails();
-  if (details && *details) {
-    std::fprintf(stderr, "%s: %s\n", result.GetErrorMessage(), details);
-  } else {
-    std::fprintf(stderr, "%s\n", result.GetErrorMessage());
-  }
-}
-
-CDictionary<CString, CVariant>* MakeVariables(const RunOptions& options) {
-  RObject<CDictionary<CString, CVariant>> variables(new CDictionary<CString, CVariant>());
-  for (const auto& [name, text] : options.variables) {
-    RObject<CString> key(CString::WithString(name.c_str()));
-    RObject<CVariant> value(new CVariant(text.c_str()));
-    // A later -D of the same name replaces the earlier one.
-    variables->SetItem(key, value).ThrowIfFailed();
-  }
-  return variables.Detach();
-}
-
-int Evaluate(const RunOptions& options) {
-  RObject<WFL::CParser> parser(new WFL::CParser());
-  RObject<CDictionary<CString, CVariant>> variables(MakeVariables(options));
-  RObject<WFL::CTopology> topology;
-  if (options.inlineText || options.script == "-") {
-    std::string text = options.script;
-    if (!options.inlineText && !ReadStandardInput(text)) {
-      PrintError("run: cannot read the script from standard input");
-      return ExitFailure;
-    }
-    RObject<CString> source(CString::WithString(text.c_str()));
-    topology = parser->ParseString(source, variables);
-  } else {
-    RObject<CString> path(CString::WithString(options.script.c_str()));
-    topology = parser->ParseFile(path, variables);
-  }
-  // Recovery let the script run, but what was written is not what ran.
-  const int repaired = parser->GetDiagnosticCount();
-  if (repaired > 0) {
-    std::fprintf(stderr, "%s: %d syntax error%s (repaired and run; see above)\n",
-                 options.inlineText ? "script" : options.script.c_str(), repaired, repaired == 1 ? "" : "s");
-    return ExitFailure;
-  }
-  return ExitSuccess;
-}
-
 }  // namespace
 
 int RunRun(int argc, char** argv) {
@@ -201,22 +122,7 @@ int RunRun(int argc, char** argv) {
     std::fputs(kRunUsage, stdout);
     return ExitSuccess;
   }
-  Console::SetLogCallback(&LogToStandardError);
-  Console::SetLogLevel(options.level);
-  try {
-    return Evaluate(options);
-  } catch (const WFL::ResultExit& exit) {
-    const char* message = exit.GetDetails();
-    std::fprintf(stderr, "%s\n", message && *message ? message : exit.GetErrorMessage());
-    return ExitScriptDied;
-  } catch (const WFL::ResultParserError& error) {
-    RObject<CString> text(error.FormatErrorMessage());
-    std::fprintf(stderr, "%s\n", text ? text->GetChars() : error.GetErrorMessage());
-    return ExitFailure;
-  } catch (const Result& result) {
-    PrintResult(result);
-    return ExitFailure;
-  }
+  return WithScript(options, options.level, [](WFL::CTopology*) { return ExitSuccess; });
 }
 
 }  // namespace MoxTool

@@ -35,10 +35,11 @@ struct Row {
   ComponentNameSpace space;
   unsigned int code;
   const char* name;
+  const char* className;
 };
 
 constexpr Row kRows[] = {
-#define MOX_ROW(Family, Code, Class, Name) {FamilySpace<Family>::value, FourCC(Code), Name},
+#define MOX_ROW(Family, Code, Class, Name) {FamilySpace<Family>::value, FourCC(Code), Name, #Class},
 #define MOX_UNAVAILABLE MOX_ROW
 #define MOX_COMPONENT MOX_ROW
 #include "System/Media/Inventory/ComponentRegistrations.def"
@@ -47,14 +48,24 @@ constexpr Row kRows[] = {
 #undef MOX_ROW
 };
 
+// Table order: the first row of a code wins.
+const Row* FindRow(ComponentNameSpace space, unsigned int code) {
+  for (const Row& row : kRows) {
+    if (row.space == space && row.code == code) return &row;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 const char* FindComponentName(ComponentNameSpace space, unsigned int code) {
-  // Table order: the first row of a code wins.
-  for (const Row& row : kRows) {
-    if (row.space == space && row.code == code) return row.name;
-  }
-  return nullptr;
+  const Row* row = FindRow(space, code);
+  return row ? row->name : nullptr;
+}
+
+const char* FindComponentClassName(ComponentNameSpace space, unsigned int code) {
+  const Row* row = FindRow(space, code);
+  return row ? row->className : nullptr;
 }
 
 }  // namespace Corvane::Mox
