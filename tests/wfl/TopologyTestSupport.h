@@ -44,6 +44,7 @@ class CFakeReader : public CContainerReader {
 class CFakeWriter : public CContainerWriter {
  public:
   CFakeWriter() : CContainerWriter(FourCC("fkwr")) {}
+  const char* GetDefaultExtension() const override { return "fake"; }
   std::vector<RObject<CVideoProperties>> video;
   std::vector<RObject<CAudioProperties>> audio;
   std::vector<std::string> written;
