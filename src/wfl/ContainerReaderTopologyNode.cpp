@@ -1,9 +1,15 @@
 #include "wfl/ContainerReaderTopologyNode.h"
 
+#include <algorithm>
+
 #include "System/Collections/List.h"
 #include "System/Media/Audio/AudioProperties.h"
 #include "System/Media/Container/ContainerReader.h"
 #include "System/Media/Container/Indexer.h"
+#include "System/Media/Container/MediaIndexer.h"
+#include "System/Media/Audio/AudioSample.h"
+#include "System/Media/Subtitle/SubtitleSample.h"
+#include "System/Media/Video/VideoSample.h"
 #include "System/Media/Subtitle/SubtitleProperties.h"
 #include "System/Media/Video/VideoProperties.h"
 
@@ -14,6 +20,8 @@ namespace {
 constexpr unsigned int kVideo = FourCC("vid ");
 constexpr unsigned int kAudio = FourCC("aud ");
 constexpr unsigned int kSubtitle = FourCC("sub ");
+// The indexer is asked again at least this often while a reader waits for it.
+constexpr int WaitStepMilliseconds = 100;
 
 }  // namespace
 
@@ -39,7 +47,36 @@ Result CContainerReaderTopologyNode::Begin() {
     if (begun.Failed()) return begun;
     indexerStarted_ = true;
   }
-  return Result();
+  positions_.assign(static_cast<std::size_t>(std::max(0, GetOutputMediaCount())), 0);
+  return CReaderTopologyNode::Begin();
+}
+
+CMediaSample* CContainerReaderTopologyNode::ReadSampleData(int output) {
+  unsigned int kind = 0;
+  int index = 0;
+  if (!GetTrack(output, kind, index) || output >= static_cast<int>(positions_.size())) return nullptr;
+  CIndexer* indexer = GetIndexer();
+  CMediaIndexer* media = kind == kVideo   ? indexer->GetVideoMediaIndexer(index)
+                         : kind == kAudio ? indexer->GetAudioMediaIndexer(index)
+                                          : indexer->GetSubtitleMediaIndexer(index);
+  if (!media) return nullptr;
+  int& position = positions_[output];
+  while (media->GetSampleCount() <= position && !media->IsComplete()) media->WaitForSample(WaitStepMilliseconds);
+  if (position >= media->GetSampleCount()) {
+    // The index is complete: a reader that failed says so instead of ending quietly.
+    media->GetResult().ThrowIfFailed();
+    return nullptr;
+  }
+  RObject<CMediaSample> sample(media->GetSample(position++));
+  if (!sample) return nullptr;
+  CContainerReader* reader = GetContainerReader();
+  if (kind == kVideo)
+    reader->ReadVideoData(index, static_cast<CVideoSample*>(sample.Get())).ThrowIfFailed();
+  else if (kind == kAudio)
+    reader->ReadAudioData(index, static_cast<CAudioSample*>(sample.Get())).ThrowIfFailed();
+  else
+    reader->ReadSubtitleData(index, static_cast<CSubtitleSample*>(sample.Get())).ThrowIfFailed();
+  return sample.Detach();
 }
 
 int CContainerReaderTopologyNode::GetOutputMediaCount() {

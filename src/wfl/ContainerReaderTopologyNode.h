@@ -3,6 +3,8 @@
 // through its indexer. Outputs are numbered video tracks first, then audio,
 // then subtitle tracks, each in the reader's order.
 
+#include <vector>
+
 #include "wfl/ReaderTopologyNode.h"
 
 namespace Corvane::Mox {
@@ -30,11 +32,16 @@ class CContainerReaderTopologyNode : public CReaderTopologyNode {
   int GetOutputIndex(unsigned int kind, int index) override;
   // The (kind, index within kind) of an output; false outside the outputs.
   bool GetTrack(int output, unsigned int& kind, int& index);
+  // The next sample of the output from the indexer, its bytes read by the
+  // container reader; null once the indexer is complete and every sample was
+  // handed out. Waits for the indexer in steps of 100 ms.
+  CMediaSample* ReadSampleData(int output) override;
 
  private:
   bool IsIndexerStarted() const;
 
   bool started_;
+  std::vector<int> positions_;  // read position per output
   bool indexerStarted_;
 };
 

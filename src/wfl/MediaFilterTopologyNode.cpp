@@ -42,6 +42,10 @@ CMediaProperties* CMediaFilterTopologyNode::GetInputMedia(int index) { return Ge
 bool CMediaFilterTopologyNode::IsInputMediaReady(int index) { return GetMediaFilter()->IsInputMediaReady(index); }
 bool CMediaFilterTopologyNode::WaitForInputMedia() { return GetMediaFilter()->WaitForInputMedia(); }
 
+bool CMediaFilterTopologyNode::WaitForInputMedia(int milliseconds) {
+  return GetMediaFilter()->WaitForInputMedia(milliseconds);
+}
+
 CList<CMediaProperties>* CMediaFilterTopologyNode::GetAvailableOutputMedia(int output) {
   CMediaFilter* filter = GetMediaFilter();
   RObject<CList<CMediaProperties>> list(new CList<CMediaProperties>());
@@ -68,6 +72,10 @@ int CMediaFilterTopologyNode::GetOutputMediaCount() { return GetMediaFilter()->G
 CMediaProperties* CMediaFilterTopologyNode::GetOutputMedia(int index) { return GetMediaFilter()->GetOutputMedia(index); }
 bool CMediaFilterTopologyNode::IsOutputMediaReady(int index) { return GetMediaFilter()->IsOutputMediaReady(index); }
 bool CMediaFilterTopologyNode::WaitForOutputMedia() { return GetMediaFilter()->WaitForOutputMedia(); }
+
+bool CMediaFilterTopologyNode::WaitForOutputMedia(int milliseconds) {
+  return GetMediaFilter()->WaitForOutputMedia(milliseconds);
+}
 
 void CMediaFilterTopologyNode::WriteSample(int input, CMediaSample* sample) {
   GetMediaFilter()->WriteSample(input, sample).ThrowIfFailed();

@@ -24,6 +24,7 @@ class CMediaFilterTopologyNode : public CTopologyNode {
   CMediaProperties* GetInputMedia(int index) override;
   bool IsInputMediaReady(int index) override;
   bool WaitForInputMedia() override;
+  bool WaitForInputMedia(int milliseconds) override;
   // What the filter produces now when it is ready or told its format;
   // otherwise what it would produce for each of its output formats in turn.
   CList<CMediaProperties>* GetAvailableOutputMedia(int output) override;
@@ -31,6 +32,7 @@ class CMediaFilterTopologyNode : public CTopologyNode {
   CMediaProperties* GetOutputMedia(int index) override;
   bool IsOutputMediaReady(int index) override;
   bool WaitForOutputMedia() override;
+  bool WaitForOutputMedia(int milliseconds) override;
   void WriteSample(int input, CMediaSample* sample) override;
   CMediaSample* ReadSample(int output) override;
 };

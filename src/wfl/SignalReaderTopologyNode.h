@@ -12,6 +12,8 @@ class CSignalReaderTopologyNode : public CReaderTopologyNode {
 
   CObject* GetSignalReader() const { return GetComponent(); }  // borrowed
   int GetOutputIndex(unsigned int, int index) override { return index; }
+  // Signal readers deliver nothing in this build.
+  CMediaSample* ReadSampleData(int) override { return nullptr; }
 };
 
 }  // namespace Corvane::Mox::WFL

@@ -27,6 +27,7 @@ class CSinkTopologyNode : public CTopologyNode {
   CMediaProperties* GetInputMedia(int index) override;
   bool IsInputMediaReady(int index) override { return index >= 0 && index < GetInputMediaCount(); }
   bool WaitForInputMedia() override { return true; }
+  bool WaitForInputMedia(int) override { return true; }
   bool IsEndOfStream() override { return true; }
   // Routes the sample to the input's track; ResultIndexOutOfRange for an
   // unknown input.

@@ -50,6 +50,8 @@ CMediaProperties* CTopologyNode::GetInputMedia(int) { return nullptr; }
 bool CTopologyNode::IsInputMediaReady(int) { return false; }
 bool CTopologyNode::WaitForInputMedia() { return false; }
 
+bool CTopologyNode::WaitForInputMedia(int) { return WaitForInputMedia(); }
+
 CList<CMediaProperties>* CTopologyNode::GetAvailableOutputMedia(int output) {
   auto* list = new CList<CMediaProperties>();
   RObject<CMediaProperties> media(GetOutputMedia(output));
@@ -61,6 +63,8 @@ int CTopologyNode::GetOutputMediaCount() { return 0; }
 CMediaProperties* CTopologyNode::GetOutputMedia(int) { return nullptr; }
 bool CTopologyNode::IsOutputMediaReady(int) { return false; }
 bool CTopologyNode::WaitForOutputMedia() { return false; }
+
+bool CTopologyNode::WaitForOutputMedia(int) { return WaitForOutputMedia(); }
 void CTopologyNode::WriteSample(int, CMediaSample*) { throw ResultNotSupported("node takes no input"); }
 CMediaSample* CTopologyNode::ReadSample(int) { return nullptr; }
 

@@ -48,12 +48,16 @@ class CTopologyNode : public CProperties {
   virtual CMediaProperties* GetInputMedia(int index);  // acquired, or null
   virtual bool IsInputMediaReady(int index);
   virtual bool WaitForInputMedia();
+  // As above, for at most the given milliseconds; true when an input is ready.
+  virtual bool WaitForInputMedia(int milliseconds);
   // Every description the node could produce on the output (a new list).
   virtual CList<CMediaProperties>* GetAvailableOutputMedia(int output);
   virtual int GetOutputMediaCount();
   virtual CMediaProperties* GetOutputMedia(int index);  // acquired, or null
   virtual bool IsOutputMediaReady(int index);
   virtual bool WaitForOutputMedia();
+  // As above, for at most the given milliseconds; true when an output is ready.
+  virtual bool WaitForOutputMedia(int milliseconds);
   virtual void WriteSample(int input, CMediaSample* sample);
   virtual CMediaSample* ReadSample(int output);  // acquired, or null at the end
 

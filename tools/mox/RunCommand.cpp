@@ -13,6 +13,7 @@
 #include <Mox.h>
 
 #include "Commands.h"
+#include "WorkflowRunner.h"
 #include "ScriptInput.h"
 
 using namespace Corvane::Mox;
@@ -22,10 +23,12 @@ namespace MoxTool {
 namespace {
 
 const char kRunUsage[] =
-    "usage: mox run SCRIPT [-D NAME=VALUE]... [-v LEVEL]\n"
-    "       mox run -e TEXT [-D NAME=VALUE]... [-v LEVEL]\n"
+    "usage: mox run SCRIPT [-D NAME=VALUE]... [-v LEVEL] [-q | --progress=MODE]\n"
+    "       mox run -e TEXT [-D NAME=VALUE]... [-v LEVEL] [-q | --progress=MODE]\n"
     "\n"
-    "Parses and evaluates a WFL script (SCRIPT '-' reads standard input).\n"
+    "Parses and evaluates a WFL script (SCRIPT '-' reads standard input), builds\n"
+    "its topology and, when it reads media, runs it to the end. Ctrl-C stops the\n"
+    "job; writers still finish their files.\n"
     "\n"
     "options:\n"
     "  -e TEXT          evaluate TEXT instead of a script file\n"
@@ -33,13 +36,27 @@ const char kRunUsage[] =
     "                   -D width=1920 is a number, -D \"name='clip'\" a string\n"
     "  -v LEVEL         log level: none, error, warning (default), info, verbose,\n"
     "                   debug, or 0 to 5; log lines go to standard error\n"
+    "  --progress=MODE  bar (redrawn in place; the default on a terminal), json\n"
+    "                   (one line a second: progress, time, duration, heartbeat)\n"
+    "                   or none (the default otherwise); on standard error\n"
+    "  -q               show no progress\n"
     "  -h, --help       show this help\n"
     "\n"
-    "exit status: 0 success, 1 script error, 2 bad usage, 3 the script called die\n";
+    "exit status: 0 success, 1 script or job error, 2 bad usage, 3 the script called\n"
+    "die, 130 stopped by Ctrl-C\n";
 
 struct RunOptions : ScriptInput {
   Console::LogLevel level = Console::Warning;
+  ProgressMode progress = isatty(STDERR_FILENO) ? ProgressMode::Bar : ProgressMode::None;
 };
+
+bool ParseProgress(const char* text, ProgressMode& mode) {
+  if (!std::strcmp(text, "bar")) mode = ProgressMode::Bar;
+  else if (!std::strcmp(text, "json")) mode = ProgressMode::Json;
+  else if (!std::strcmp(text, "none")) mode = ProgressMode::None;
+  else return false;
+  return true;
+}
 
 bool ParseLevel(const char* text, Console::LogLevel& level) {
   static const char* const kNames[] = {"none", "error", "warning", "info", "verbose", "debug"};
@@ -93,6 +110,13 @@ int ParseArguments(int argc, char** argv, RunOptions& options, bool& help) {
         PrintError("run: unknown log level '%s' (none, error, warning, info, verbose, debug or 0-5)", level);
         return ExitUsage;
       }
+    } else if (option && !std::strcmp(arg, "-q")) {
+      options.progress = ProgressMode::None;
+    } else if (option && !std::strncmp(arg, "--progress=", 11)) {
+      if (!ParseProgress(arg + 11, options.progress)) {
+        PrintError("run: unknown progress mode '%s' (bar, json or none)", arg + 11);
+        return ExitUsage;
+      }
     } else if (option) {
       PrintError("run: unknown option '%s' (see 'mox run --help')", arg);
       return ExitUsage;
@@ -122,7 +146,9 @@ int RunRun(int argc, char** argv) {
     std::fputs(kRunUsage, stdout);
     return ExitSuccess;
   }
-  return WithScript(options, options.level, [](WFL::CTopology*) { return ExitSuccess; });
+  const ProgressMode progress = options.progress;
+  return WithScript(options, options.level,
+                    [progress](WFL::CTopology* topology) { return RunWorkflow(topology, progress); });
 }
 
 }  // namespace MoxTool

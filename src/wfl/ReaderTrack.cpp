@@ -1,0 +1,102 @@
+#include "wfl/ReaderTrack.h"
+
+#include "System/Media/MediaSample.h"
+#include "System/Threading/Thread.h"
+#include "wfl/ReaderTopologyNode.h"
+
+namespace Corvane::Mox::WFL {
+
+CReaderTrack::CReaderTrack(CReaderTopologyNode* node, int output)
+    : CObject(TypeCode),
+      node_(node),
+      output_(output),
+      running_(true),
+      end_(false),
+      readerDone_(false),
+      thread_(nullptr) {}
+
+CReaderTrack::~CReaderTrack() {
+  Stop();
+  if (thread_) {
+    thread_->Join();
+    thread_->Release();
+  }
+  for (CMediaSample* sample : queue_)
+    if (sample) sample->Release();
+}
+
+Result CReaderTrack::Begin() {
+  CAutoLock lock(this);
+  if (thread_) return ResultFalse();
+  running_ = true;
+  thread_ = new CThread(&CReaderTrack::ReadData);
+  return thread_->Start(this, 0);
+}
+
+Result CReaderTrack::ReadData(void* track) { return static_cast<CReaderTrack*>(track)->ReadAhead(); }
+
+Result CReaderTrack::ReadAhead() {
+  Result result;
+  try {
+    for (;;) {
+      {
+        CAutoLock lock(this);
+        while (running_ && static_cast<int>(queue_.size()) >= Capacity) Wait();
+        if (!running_) break;
+      }
+      // Reading may block (a growing index); it happens outside the lock so
+      // that the consumer can take what is queued meanwhile.
+      CMediaSample* sample = node_->ReadSampleData(output_);
+      CAutoLock lock(this);
+      queue_.push_back(sample);
+      NotifyAll();
+      if (!sample) break;
+    }
+  } catch (const Result& failure) {
+    result = failure;
+  }
+  CAutoLock lock(this);
+  failure_ = result;
+  readerDone_ = true;
+  NotifyAll();
+  return result;
+}
+
+CMediaSample* CReaderTrack::ReadSample() {
+  CAutoLock lock(this);
+  if (end_) return nullptr;
+  while (queue_.empty() && running_ && !readerDone_) Wait();
+  CMediaSample* sample = nullptr;
+  if (!queue_.empty()) {
+    sample = queue_.front();
+    queue_.pop_front();
+  } else if (failure_.Failed()) {
+    end_ = true;
+    NotifyAll();
+    throw failure_;
+  }
+  NotifyAll();
+  if (!sample) end_ = true;
+  return sample;
+}
+
+void CReaderTrack::Stop() {
+  CAutoLock lock(this);
+  running_ = false;
+  NotifyAll();
+}
+
+void CReaderTrack::End() {
+  Stop();
+  if (!thread_) return;
+  thread_->Join().ThrowIfFailed();
+  Result result = thread_->GetResult();
+  if (result.Failed()) throw result;
+}
+
+bool CReaderTrack::IsEndOfStream() const {
+  CAutoLock lock(this);
+  return end_;
+}
+
+}  // namespace Corvane::Mox::WFL
