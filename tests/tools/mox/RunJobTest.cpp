@@ -1,0 +1,144 @@
+// mox run with jobs that read and write real media: a Y4M copy checked
+// frame by frame by ffmpeg, and the progress shown on a pipe (JSON lines)
+// and on a terminal (a bar redrawn in place).
+#include <gtest/gtest.h>
+
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "ToolRunner.h"
+
+namespace {
+
+class JobDirectory {
+ public:
+  JobDirectory() {
+    char pattern[] = "/tmp/mox-job-XXXXXX";
+    path_ = mkdtemp(pattern) ? pattern : "/tmp";
+  }
+  ~JobDirectory() { std::system(("rm -rf '" + path_ + "'").c_str()); }
+  std::string File(const char* name) const { return path_ + "/" + name; }
+
+ private:
+  std::string path_;
+};
+
+// What a shell command prints on standard output.
+std::string Capture(const std::string& command) {
+  std::string text;
+  if (FILE* pipe = popen(command.c_str(), "r")) {
+    char buffer[4096];
+    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) text.append(buffer, n);
+    pclose(pipe);
+  }
+  return text;
+}
+
+// The frame checksums of a file as ffmpeg decodes it, without the header lines.
+std::string FrameChecksums(const std::string& path) {
+  std::stringstream all(Capture("ffmpeg -v error -i '" + path + "' -f framemd5 - 2>/dev/null"));
+  std::string line, frames;
+  while (std::getline(all, line))
+    if (!line.empty() && line[0] != '#') frames += line + "\n";
+  return frames;
+}
+
+class MoxRunJob : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (std::system("command -v ffmpeg >/dev/null 2>&1") != 0) GTEST_SKIP() << "ffmpeg is not installed";
+    input_ = dir_.File("in.y4m");
+    const std::string make = "ffmpeg -v error -f lavfi -i testsrc=size=96x64:rate=25 -frames:v 30 -pix_fmt yuv422p -y '" +
+                             input_ + "'";
+    ASSERT_EQ(std::system(make.c_str()), 0);
+    script_ = dir_.File("copy.wfl");
+    std::ofstream(script_) << "var r = new ContainerReader(input);\n"
+                              "var w = new ContainerWriter(output);\n"
+                              "r.tracks.video['0'] -> w;\n";
+  }
+  std::vector<std::string> CopyArguments(const std::string& output) const {
+    return {"run", script_, "-D", "input='" + input_ + "'", "-D", "output='" + output + "'"};
+  }
+
+  JobDirectory dir_;
+  std::string input_;
+  std::string script_;
+};
+
+TEST_F(MoxRunJob, Y4mCopyHasTheSourcesFramesAndReportsJsonProgressOnAPipe) {
+  const std::string output = dir_.File("out.y4m");
+  std::vector<std::string> arguments = CopyArguments(output);
+  arguments.push_back("--progress=json");
+  const ToolRun run = RunMox(arguments);
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  EXPECT_EQ(run.out, "");
+  const std::string source = FrameChecksums(input_);
+  ASSERT_FALSE(source.empty());
+  EXPECT_EQ(FrameChecksums(output), source);
+  // One object a line; the last one is the finished job: 30 frames at 25 fps.
+  ASSERT_FALSE(run.err.empty());
+  EXPECT_EQ(run.err.back(), '\n');
+  const std::string last = run.err.substr(run.err.rfind('\n', run.err.size() - 2) + 1);
+  EXPECT_EQ(last, "{\"progress\": 1.0000, \"time\": 1.200, \"duration\": 1.200, \"heartbeat\": 0.000}\n") << run.err;
+  EXPECT_EQ(run.err.find('\r'), std::string::npos);
+}
+
+TEST_F(MoxRunJob, NoProgressOnAPipeUnlessAskedAndQuietWins) {
+  const ToolRun plain = RunMox(CopyArguments(dir_.File("plain.y4m")));
+  ASSERT_EQ(plain.exitStatus, 0) << plain.err;
+  EXPECT_EQ(plain.err, "");
+  std::vector<std::string> quiet = CopyArguments(dir_.File("quiet.y4m"));
+  quiet.push_back("--progress=bar");
+  quiet.push_back("-q");
+  const ToolRun run = RunMox(quiet);
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  EXPECT_EQ(run.err, "");
+  const ToolRun bad = RunMox({"run", script_, "--progress=loud"});
+  EXPECT_EQ(bad.exitStatus, 2);
+  EXPECT_NE(bad.err.find("unknown progress mode 'loud'"), std::string::npos) << bad.err;
+}
+
+TEST_F(MoxRunJob, OnATerminalTheBarRedrawsInPlaceAndEndsTheLine) {
+  const std::vector<std::string> arguments = CopyArguments(dir_.File("tty.y4m"));
+  std::vector<char*> argv;
+  std::string tool = MOX_TOOL_PATH;
+  argv.push_back(tool.data());
+  std::vector<std::string> copies(arguments);
+  for (std::string& argument : copies) argv.push_back(argument.data());
+  argv.push_back(nullptr);
+  int terminal = -1;
+  winsize size{};
+  size.ws_col = 100;
+  size.ws_row = 24;
+  const pid_t pid = forkpty(&terminal, nullptr, nullptr, &size);
+  ASSERT_GE(pid, 0);
+  if (pid == 0) {
+    execv(tool.c_str(), argv.data());
+    _exit(127);
+  }
+  std::string screen;
+  char buffer[1024];
+  for (ssize_t n; (n = read(terminal, buffer, sizeof buffer)) > 0;) screen.append(buffer, static_cast<size_t>(n));
+  close(terminal);
+  int status = 0;
+  waitpid(pid, &status, 0);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0) << screen;
+  // The final state: a full bar, 100 percent, 1.2 s of 1.2 s, then a line feed.
+  EXPECT_NE(screen.find("\r[#"), std::string::npos) << screen;
+  EXPECT_NE(screen.find("100.0%  00:00:01.2 / 00:00:01.2"), std::string::npos) << screen;
+  EXPECT_EQ(screen.find("[#"), screen.find('[')) << "the bar starts a line";
+  const size_t lastBar = screen.rfind('\r', screen.size() - 3);
+  ASSERT_NE(lastBar, std::string::npos);
+  EXPECT_LE(screen.size() - lastBar, 101u + 2u) << "the bar fits the terminal's 100 columns";
+  EXPECT_EQ(screen.substr(screen.size() - 2), "\r\n") << "the terminal ends the line after the bar";
+}
+
+}  // namespace
