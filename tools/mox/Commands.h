@@ -25,6 +25,7 @@ int RunFormats(int argc, char** argv);
 int RunCatalog(int argc, char** argv);
 int RunRun(int argc, char** argv);
 int RunProbe(int argc, char** argv);
+int RunConvert(int argc, char** argv);
 int RunGraph(int argc, char** argv);
 int RunInspect(int argc, char** argv);
 

@@ -17,6 +17,8 @@ const Command kCommands[] = {
     {"info", "info [--json]", "print the library's build identification", &RunInfo},
     {"formats", "formats [--json] [video|audio|subtitle]", "list the media format codes", &RunFormats},
     {"run", "run SCRIPT|-e TEXT [options]", "parse and evaluate a WFL script (see 'mox run --help')", &RunRun},
+    {"convert", "convert INPUT OUTPUT [options]", "convert a media file with a one-line job (see 'mox convert --help')",
+     &RunConvert},
     {"probe", "probe FILE [--json] [--samples] [--type CODE]", "open a media file, index it and describe its tracks", &RunProbe},
     {"catalog", "catalog [--json]", "list every component family, code and name, and whether it is available", &RunCatalog},
     {"graph", "graph SCRIPT [-D NAME=VALUE]... [-o FILE]", "build a script's topology and write its graph (dot, SVG or PNG)",

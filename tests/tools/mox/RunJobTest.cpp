@@ -141,4 +141,38 @@ TEST_F(MoxRunJob, OnATerminalTheBarRedrawsInPlaceAndEndsTheLine) {
   EXPECT_EQ(screen.substr(screen.size() - 2), "\r\n") << "the terminal ends the line after the bar";
 }
 
+TEST_F(MoxRunJob, ConvertWritesTheScriptItRunsAndTheWriterComesFromTheExtension) {
+  const std::string y4m = dir_.File("copy.y4m");
+  const ToolRun copy = RunMox({"convert", input_, y4m, "--print-script"});
+  ASSERT_EQ(copy.exitStatus, 0) << copy.err;
+  EXPECT_EQ(copy.out.rfind("// mox convert " + input_ + " " + y4m + "\n", 0), 0u) << copy.out;
+  EXPECT_NE(copy.out.find("reader.tracks.video[t] -> writer;"), std::string::npos) << copy.out;
+  EXPECT_EQ(FrameChecksums(y4m), FrameChecksums(input_));
+
+  // ".raw" is the elementary video writer: the pictures back to back, as ffmpeg's rawvideo.
+  const std::string raw = dir_.File("copy.raw");
+  const ToolRun elementary = RunMox({"convert", input_, raw});
+  ASSERT_EQ(elementary.exitStatus, 0) << elementary.err;
+  EXPECT_EQ(elementary.out, "") << "the script is printed only when asked";
+  const std::string expected = Capture("ffmpeg -v error -i '" + input_ + "' -f rawvideo - | md5sum");
+  EXPECT_EQ(Capture("md5sum < '" + raw + "'"), expected);
+}
+
+TEST_F(MoxRunJob, ConvertFailuresAreOneLineWithTheirStatus) {
+  const ToolRun unknown = RunMox({"convert", input_, dir_.File("out.nosuchkind")});
+  EXPECT_EQ(unknown.exitStatus, 1);
+  EXPECT_NE(unknown.err.find("'ContainerWriter' could not be created"), std::string::npos) << unknown.err;
+  const ToolRun missing = RunMox({"convert", dir_.File("absent.y4m"), dir_.File("out.y4m")});
+  EXPECT_EQ(missing.exitStatus, 1);
+  EXPECT_NE(missing.err.find("Failed to create reader for"), std::string::npos) << missing.err;
+  const ToolRun oneFile = RunMox({"convert", input_});
+  EXPECT_EQ(oneFile.exitStatus, 2);
+  EXPECT_EQ(oneFile.err, "mox: convert: give INPUT and OUTPUT (see 'mox convert --help')\n");
+  const ToolRun badSet = RunMox({"convert", input_, dir_.File("x.y4m"), "--set", "=1"});
+  EXPECT_EQ(badSet.exitStatus, 2);
+  const ToolRun help = RunMox({"convert", "--help"});
+  EXPECT_EQ(help.exitStatus, 0);
+  EXPECT_EQ(help.out.rfind("usage: mox convert INPUT OUTPUT", 0), 0u);
+}
+
 }  // namespace
