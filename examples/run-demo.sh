@@ -10,10 +10,22 @@ echo "== a host program using <Mox.h>"
 "$build/bin/mox_example_host"
 echo
 echo "== WFL scripts run by the mox host"
-for script in examples/wfl/*.wfl; do
+for script in examples/wfl/hello.wfl examples/wfl/timecode.wfl; do
   echo "-- mox run $script"
   "$build/bin/mox" run "$script"
 done
+echo
+echo "== a media job: copy a YUV4MPEG clip, then describe the copy"
+out="$build/demo"
+mkdir -p "$out"
+"$build/bin/mox" run examples/wfl/copy.wfl -D "input='examples/media/clip.y4m'" -D "output='$out/copy.y4m'"
+"$build/bin/mox" probe "$out/copy.y4m"
+"$build/bin/mox" convert examples/media/clip.y4m "$out/copy.raw" --print-script
+if command -v ffmpeg >/dev/null 2>&1; then
+  a=$(ffmpeg -v error -i examples/media/clip.y4m -f framemd5 - | grep -v '^#' | md5sum)
+  b=$(ffmpeg -v error -i "$out/copy.y4m" -f framemd5 - | grep -v '^#' | md5sum)
+  if [ "$a" = "$b" ]; then echo "ffmpeg: the copy's frames are identical to the source's"; else echo "ffmpeg: the frames differ" >&2; exit 1; fi
+fi
 echo
 echo "== what this build can create"
 "$build/bin/mox" catalog | head -5
