@@ -129,6 +129,13 @@ Result CBufferedStream::ReadPass(long long position, unsigned char* buffer, int 
 Result CBufferedStream::WritePass(long long position, const unsigned char* buffer, int count, int& written) {
   written = 0;
   CStreamBuffer* window = Find(position);
+  if (window && !window->Accepts(position)) {
+    // The window holds a run of bytes this write does not continue, over a
+    // stream it cannot read to fill the gap: pass the run on and start anew.
+    Result result = window->Finalize(stream_);
+    if (result.Failed()) return result;
+    window->Restart();
+  }
   if (!window) {
     if (count > bufferSize_) return WriteDirect(position, buffer, count, written);
     Result result = Recycle(position, window);

@@ -20,6 +20,8 @@ CStreamBuffer::CStreamBuffer(int size)
       data_(nullptr),
       offset_(-1),
       valid_(0),
+      held_(0),
+      blind_(false),
       dirty_(false) {
   data_ = storage_->GetData();
 }
@@ -37,7 +39,8 @@ Result CStreamBuffer::Initialize(CStream* stream, long long position) {
   Result result = MoveTo(stream, position);
   if (result.Failed()) return result;
   offset_ = position;
-  if (!stream->CanRead() || stream->GetLength() == 0) return Result();
+  blind_ = !stream->CanRead();
+  if (blind_ || stream->GetLength() == 0) return Result();
   int read = 0;
   result = stream->Read(data_, size_, &read);
   if (result.Failed()) {
@@ -50,12 +53,12 @@ Result CStreamBuffer::Initialize(CStream* stream, long long position) {
 
 Result CStreamBuffer::Finalize(CStream* stream) {
   if (!dirty_ || offset_ < 0) return Result();
-  Result result = MoveTo(stream, offset_);
+  Result result = MoveTo(stream, offset_ + held_);
   if (result.Failed()) return result;
   int written = 0;
-  result = stream->Write(data_, valid_, &written);
+  result = stream->Write(data_ + held_, valid_ - held_, &written);
   if (result.Failed()) return result;
-  if (written < valid_) return ResultEndOfStream();
+  if (written < valid_ - held_) return ResultEndOfStream();
   dirty_ = false;
   return Result();
 }
@@ -63,6 +66,8 @@ Result CStreamBuffer::Finalize(CStream* stream) {
 void CStreamBuffer::Invalidate() {
   offset_ = -1;
   valid_ = 0;
+  held_ = 0;
+  blind_ = false;
   dirty_ = false;
 }
 
@@ -78,6 +83,9 @@ Result CStreamBuffer::Write(long long position, const unsigned char* buffer, int
   if (!Covers(position) || count <= 0) return Result();
   int start = static_cast<int>(position - offset_);
   int n = std::min(count, size_ - start);
+  // A window that could not read the stream starts where the first write
+  // does (the caller flushes it before a write it does not Accept).
+  if (blind_ && valid_ == held_) held_ = valid_ = start;
   // Bytes skipped by a seek past the valid data are written back as zeros.
   if (start > valid_) std::memset(data_ + valid_, 0, static_cast<std::size_t>(start - valid_));
   Copy(data_ + start, buffer, static_cast<std::size_t>(n));

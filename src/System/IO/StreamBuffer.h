@@ -1,7 +1,9 @@
 #pragma once
 // CStreamBuffer: one aligned window of a stream held in memory by
-// CBufferedStream. It knows where in the stream it starts, how many of its
-// bytes are valid and whether it holds writes not yet passed on.
+// CBufferedStream. It knows where in the stream it starts, which of its
+// bytes are valid and whether it holds writes not yet passed on. A window
+// over a stream it cannot read holds only the run of bytes written into it,
+// so that writing it back never replaces bytes of the stream it never saw.
 
 #include <algorithm>
 #include <cstdint>
@@ -23,6 +25,16 @@ class CStreamBuffer : public CObject {
   // Stream offset of the first byte, -1 while empty.
   long long GetOffset() const { return offset_; }
   int GetValidLength() const { return valid_; }
+  // Whether a write at position can join the bytes the window holds (always
+  // for windows filled from the stream).
+  bool Accepts(long long position) const {
+    return !blind_ || valid_ == held_ || (position >= offset_ + held_ && position <= offset_ + valid_);
+  }
+  // Empties the window in place (after Finalize), keeping its offset.
+  void Restart() {
+    held_ = valid_ = 0;
+    dirty_ = false;
+  }
   bool IsDirty() const { return dirty_; }
   // Whether position falls in the window (valid or not).
   bool Covers(long long position) const { return offset_ >= 0 && position >= offset_ && position - offset_ < size_; }
@@ -49,7 +61,7 @@ class CStreamBuffer : public CObject {
   // the inline fast path of the buffered stream.
   int Available(long long position) const {
     long long end = offset_ + valid_;
-    return position >= offset_ && position < end ? static_cast<int>(end - position) : 0;
+    return position >= offset_ + held_ && position < end ? static_cast<int>(end - position) : 0;
   }
   const unsigned char* At(long long position) const { return data_ + (position - offset_); }
 
@@ -73,7 +85,9 @@ class CStreamBuffer : public CObject {
   CByteArray* storage_;
   unsigned char* data_;
   long long offset_;
-  int valid_;
+  int valid_;  // bytes [held_, valid_) of the window are valid
+  int held_;
+  bool blind_;  // the stream could not be read when the window was placed
   bool dirty_;
 };
 

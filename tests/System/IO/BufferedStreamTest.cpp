@@ -155,6 +155,34 @@ TEST_F(BufferedStreamTest, LargeWritesGoDirectAndDoNotLeaveStaleWindows) {
   EXPECT_EQ(std::vector<unsigned char>(memory->GetData(), memory->GetData() + 16), expected);
 }
 
+// A write-only output (a file opened for writing) written the way container
+// writers write: a small header, then blocks larger than a window. Windows
+// cannot read what large writes put past them, so writing a window back must
+// not replace those bytes with the zeros it never read.
+TEST_F(BufferedStreamTest, WriteOnlyStreamKeepsBytesWrittenPastItsWindows) {
+  RObject<CRecordingStream> file(new CRecordingStream({}, /*canRead=*/false));
+  RObject<CBufferedStream> buffered(new CBufferedStream(file, 16, 4));
+  std::vector<unsigned char> expected;
+  auto put = [&](const std::vector<unsigned char>& bytes) {
+    ASSERT_TRUE(buffered->Write(bytes.data(), static_cast<int>(bytes.size())).Succeeded());
+    expected.insert(expected.end(), bytes.begin(), bytes.end());
+  };
+  put(Bytes("HEAD\n"));
+  for (int frame = 0; frame < 5; ++frame) {
+    put(Bytes("FRAME\n"));
+    std::vector<unsigned char> picture(37);
+    for (std::size_t i = 0; i < picture.size(); ++i) picture[i] = static_cast<unsigned char>(frame * 40 + i + 1);
+    put(picture);
+  }
+  // Patching an earlier byte (a size field) goes through a window too.
+  ASSERT_TRUE(buffered->Seek(2, SeekOrigin::Begin, nullptr).Succeeded());
+  put({});
+  ASSERT_TRUE(buffered->WriteByte('X').Succeeded());
+  expected[2] = 'X';
+  ASSERT_TRUE(buffered->Flush().Succeeded());
+  EXPECT_EQ(file->Content(), expected);
+}
+
 TEST_F(BufferedStreamTest, WrapperSharesTheInnerMonitorAndType) {
   RObject<CMemoryStream> memory(new CMemoryStream());
   RObject<CBufferedStream> buffered(new CBufferedStream(memory, 16, 1));

@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# A Y4M copy by mox against the same copy by ffmpeg, on one generated file.
+#   bench/y4m-copy-vs-ffmpeg.sh [BUILD_DIR]
+# Generates a 1080p, 120-frame 4:2:0 Y4M (not kept), warms the page cache,
+# then times both jobs and prints wall time, peak memory and the ratios.
+set -euo pipefail
+build=${1:-build/Release}
+work=$(mktemp -d /tmp/mox-copy-XXXXXX)
+trap 'rm -rf "$work"' EXIT
+ffmpeg -v error -f lavfi -i testsrc2=size=1920x1080:rate=25 -frames:v 120 -pix_fmt yuv420p "$work/in.y4m"
+cat "$work/in.y4m" > /dev/null
+echo "file: $(stat -c %s "$work/in.y4m") bytes"
+
+measure() {  # prints "seconds peak-kB" for a command
+  /usr/bin/time -f "%e %M" "$@" 2>&1 >/dev/null | tail -1
+}
+best() {  # the fastest of three runs, with its peak memory
+  local best_s="" best_kb=""
+  for _ in 1 2 3; do
+    read -r s kb < <(measure "$@")
+    if [ -z "$best_s" ] || awk "BEGIN{exit !($s < $best_s)}"; then best_s=$s; best_kb=$kb; fi
+  done
+  echo "$best_s $best_kb"
+}
+read -r mox_s mox_kb < <(best "$build/bin/mox" convert "$work/in.y4m" "$work/mox.y4m" -q)
+read -r ff_s ff_kb < <(best ffmpeg -v error -y -i "$work/in.y4m" -c copy -f yuv4mpegpipe "$work/ffmpeg.y4m")
+echo "mox convert:  ${mox_s} s, peak ${mox_kb} kB"
+echo "ffmpeg copy:  ${ff_s} s, peak ${ff_kb} kB"
+awk "BEGIN{printf \"ratio (mox / ffmpeg): time %.2fx, peak memory %.2fx\n\", $mox_s / ($ff_s > 0 ? $ff_s : 0.01), $mox_kb / $ff_kb}"
+a=$(ffmpeg -v error -i "$work/in.y4m" -f framemd5 - | grep -v '^#' | md5sum)
+b=$(ffmpeg -v error -i "$work/mox.y4m" -f framemd5 - | grep -v '^#' | md5sum)
+[ "$a" = "$b" ] && echo "frames identical" || { echo "frames differ" >&2; exit 1; }
