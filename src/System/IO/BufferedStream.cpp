@@ -128,6 +128,10 @@ Result CBufferedStream::ReadPass(long long position, unsigned char* buffer, int 
 
 Result CBufferedStream::WritePass(long long position, const unsigned char* buffer, int count, int& written) {
   written = 0;
+  // A write larger than a window goes straight through, even where a window
+  // holds its start: filling the rest of that window would only copy the
+  // bytes once more and keep another window's memory in use.
+  if (count > bufferSize_) return WriteDirect(position, buffer, count, written);
   CStreamBuffer* window = Find(position);
   if (window && !window->Accepts(position)) {
     // The window holds a run of bytes this write does not continue, over a
