@@ -116,18 +116,34 @@ Result CWorkflowNode::WorkerThread(void* argument) {
   return result;
 }
 
+void CWorkflowNode::DeliverReadySamples() {
+  const int outputs = node_->GetOutputMediaCount();
+  for (int output = 0; output < outputs; ++output) {
+    if (!node_->IsOutputMediaReady(output)) continue;
+    RObject<CMediaSample> sample(node_->ReadSample(output));
+    DeliverSample(output, sample);
+  }
+}
+
 void CWorkflowNode::Render() {
   while (!node_->IsEndOfStream()) {
-    // Another node failed: nothing more will arrive that this one could finish.
-    if (monitor_ && monitor_->IsAborted()) return;
-    node_->WaitForOutputMedia(OutputPollMilliseconds);
-    const int outputs = node_->GetOutputMediaCount();
-    for (int output = 0; output < outputs; ++output) {
-      if (!node_->IsOutputMediaReady(output)) continue;
-      RObject<CMediaSample> sample(node_->ReadSample(output));
-      DeliverSample(output, sample);
+    if (monitor_ && monitor_->IsAborted()) {
+      // Another node failed: nothing more will arrive, but what the filter
+      // has finished still goes on (writers keep every sample made before
+      // the failure).
+      while (!node_->IsEndOfStream() && AnyOutputReady()) DeliverReadySamples();
+      return;
     }
+    node_->WaitForOutputMedia(OutputPollMilliseconds);
+    DeliverReadySamples();
   }
+}
+
+bool CWorkflowNode::AnyOutputReady() const {
+  const int outputs = node_->GetOutputMediaCount();
+  for (int output = 0; output < outputs; ++output)
+    if (node_->IsOutputMediaReady(output)) return true;
+  return false;
 }
 
 void CWorkflowNode::DeliverSample(int output, CMediaSample* sample) {

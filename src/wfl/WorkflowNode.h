@@ -70,6 +70,9 @@ class CWorkflowNode : public CObject {
 
  private:
   CConnectionPoint* EnsureConnectionPoint(int output);
+  // Reads and delivers one sample of every output that has one.
+  void DeliverReadySamples();
+  bool AnyOutputReady() const;
 
   CTopologyNode* node_;
   CWorkflowMonitor* monitor_;
