@@ -8,7 +8,7 @@ PACKAGES=(
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libxml2-dev libjsoncpp-dev zlib1g-dev libssl-dev libgif-dev
   libgraphviz-dev
-  ffmpeg mediainfo mkvtoolnix sox
+  ffmpeg mediainfo mkvtoolnix sox time
 )
 
 # Fuzz builds (make fuzz) also need clang and its sanitizer runtimes.
