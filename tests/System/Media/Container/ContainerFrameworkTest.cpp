@@ -22,6 +22,7 @@
 #include "System/Media/Video/VideoProperties.h"
 #include "System/Text.h"
 #include "System/Variant.h"
+#include "System/VariantArray.h"
 #include "gen/ContainerProperty.h"
 
 using namespace Corvane::Mox;
@@ -211,6 +212,41 @@ TEST_F(ContainerFrameworkTest, TwoDollarSignsMakeTheNameATemplate) {
   EXPECT_TRUE(std::filesystem::exists(TempPath("clip_176x144.raw")));
   EXPECT_EQ(OpenedName("price$5.raw"), "price$5.raw");  // a single "$" is an ordinary character
   EXPECT_TRUE(std::filesystem::exists(TempPath("price$5.raw")));
+}
+
+TEST_F(ContainerFrameworkTest, AWriterDescribesItsNameManifestAndTracks) {
+  const std::string path = TempPath("described.y4m");
+  RObject<CString> text(CString::WithString(path.c_str()));
+  RObject<CContainerWriter> writer(CContainerWriter::Create(text, FourCC("y4m ")));
+  RObject<CVideoProperties> video(new CVideoProperties());
+  video->SetFormat(FourCC("I420"));
+  video->SetWidth(4);
+  video->SetHeight(2);
+  ASSERT_TRUE(writer->AddVideoMedia(video).Succeeded());
+  EXPECT_EQ(writer->AddVideoMedia(video).GetResultCode(), ResultNotSupported().GetResultCode());
+  ASSERT_TRUE(writer->BeginIndex().Succeeded());
+  RObject<CProperties> description(writer->GetDescriptiveRepresentation());
+  unsigned int type = 0;
+  ASSERT_TRUE(description->GetFourProperty("type", type).Succeeded());
+  EXPECT_EQ(type, FourCC("y4m "));
+  RObject<CString> typeName;
+  description->GetPropertyDescription("type", typeName.Out());
+  EXPECT_EQ(Chars(typeName), "YUV4MPEG");
+  RObject<CString> name;
+  description->GetProperty("name", name.Out());
+  EXPECT_EQ(Chars(name), "described");
+  RObject<CVariantArray> manifest;
+  ASSERT_TRUE(description->GetProperty("manifest", manifest.Out()).Succeeded());
+  ASSERT_EQ(manifest->GetCount(), 1);
+  RObject<CVariant> first;
+  manifest->Get(0, first.Out());
+  RObject<CString> firstPath(first->ToString());
+  EXPECT_EQ(Chars(firstPath), path);
+  RObject<CVariantArray> tracks;
+  ASSERT_TRUE(description->GetProperty("video", tracks.Out()).Succeeded());
+  EXPECT_EQ(tracks->GetCount(), 1);
+  EXPECT_FALSE(description->ContainsProperty("audio"));
+  writer->EndIndex();
 }
 
 TEST_F(ContainerFrameworkTest, BaseWritersNameTheMediaTheyRefuse) {
