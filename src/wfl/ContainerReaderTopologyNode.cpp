@@ -4,6 +4,7 @@
 #include "System/Media/Audio/AudioProperties.h"
 #include "System/Media/Container/ContainerReader.h"
 #include "System/Media/Container/Indexer.h"
+#include "System/Media/MediaPropertyName.h"
 #include "System/Media/Subtitle/SubtitleProperties.h"
 #include "System/Media/Video/VideoProperties.h"
 
@@ -38,6 +39,12 @@ Result CContainerReaderTopologyNode::Begin() {
     Result begun = GetIndexer()->Begin(true);
     if (begun.Failed()) return begun;
     indexerStarted_ = true;
+  }
+  // A writer fed from this reader must not inherit the source's compressor name.
+  CContainerReader* reader = GetContainerReader();
+  for (int i = 0; reader && i < reader->GetVideoMediaCount(); ++i) {
+    RObject<CVideoProperties> video(reader->GetVideoProperties(i));
+    if (video) video->RemoveProperty(MediaPropertyName::Mpeg4CompressorName);
   }
   return Result();
 }

@@ -10,6 +10,7 @@
 #include "System/Collections/Value.h"
 #include "System/IO/MemoryStream.h"
 #include "System/Media/Container/Indexer.h"
+#include "System/Media/MediaPropertyName.h"
 #include "System/Text.h"
 #include "TopologyTestSupport.h"
 #include "wfl/ComponentValue.h"
@@ -313,5 +314,22 @@ TEST_F(TopologyTest, AnAudioTrackValueIsTheReadersFirstAudioOutput) {
     // The track stands for its reader: one reader node.
     EXPECT_EQ(topology->GetNodes()->GetCount(), 2);
   }
+  indexer->End();
+}
+
+TEST_F(TopologyTest, AReaderNodeBeginsItsIndexerOnceAndDropsCompressorNames) {
+  RObject<CFakeReader> fake(new CFakeReader());
+  fake->video.emplace_back(MakePicture(kAvc10));
+  fake->video[0]->SetProperty(MediaPropertyName::Mpeg4CompressorName, "Camera");
+  RObject<CIndexer> indexer(new CIndexer(fake));
+  RObject<CContainerReaderTopologyNode> node(new CContainerReaderTopologyNode(indexer, false));
+  RObject<CList<CMediaProperties>> before(node->GetAvailableOutputMedia(0));
+  EXPECT_EQ(before->GetCount(), 0);  // nothing is known before the indexer runs
+  EXPECT_TRUE(node->Begin().Succeeded());
+  EXPECT_TRUE(indexer->IsStarted());
+  EXPECT_EQ(node->Begin(), ResultFalse());
+  EXPECT_FALSE(fake->video[0]->ContainsProperty(MediaPropertyName::Mpeg4CompressorName));
+  RObject<CList<CMediaProperties>> after(node->GetAvailableOutputMedia(0));
+  EXPECT_EQ(after->GetCount(), 1);
   indexer->End();
 }
