@@ -333,3 +333,29 @@ TEST_F(TopologyTest, AReaderNodeBeginsItsIndexerOnceAndDropsCompressorNames) {
   EXPECT_EQ(after->GetCount(), 1);
   indexer->End();
 }
+
+TEST_F(TopologyTest, ATransformThatKeepsMakingNewMediaCannotKeepTheSearchGoing) {
+  // Each pass makes the picture 16 pixels wider: there is always more to try.
+  class CWidening : public CVideoConverter {
+   public:
+    CWidening() : CVideoConverter(FourCC("vrc ")) {}
+    CFormatList* GetInputFormats() const override {
+      auto* formats = new CFormatList();
+      formats->AddValue(FourCC("I2AL"));
+      return formats;
+    }
+    CFormatList* GetOutputFormats() const override { return GetInputFormats(); }
+    using CVideoConverter::CreateOutputProperties;
+    Result CreateOutputProperties(unsigned int format, CVideoProperties*& properties) const override {
+      Result made = CVideoConverter::CreateOutputProperties(format, properties);
+      if (properties) properties->SetWidth(properties->GetWidth() + 16);
+      return made;
+    }
+  };
+  AddFactory(FourCC("vrc "), [] { return new CWidening(); });
+  CTopologyNode* reader = AddReader({kPlanar10});
+  CTopologyNode* narrow = AddTarget("narrow", FourCC("I2AL"), 1280);
+  EXPECT_EQ(FailureOf([&] { topology_->Connect(reader, 0, narrow, nullptr); }),
+            "could not connect from 'reader' to 'narrow'; possibly because: frame width is incompatible");
+  EXPECT_LE(topology_->GetSearchStatistics().descriptionsExpanded, 4096);
+}
