@@ -10,6 +10,7 @@
 #include "System/Media/Audio/AudioSample.h"
 #include "System/Media/Subtitle/SubtitleSample.h"
 #include "System/Media/Video/VideoSample.h"
+#include "System/Media/MediaPropertyName.h"
 #include "System/Media/Subtitle/SubtitleProperties.h"
 #include "System/Media/Video/VideoProperties.h"
 
@@ -46,6 +47,12 @@ Result CContainerReaderTopologyNode::Begin() {
     Result begun = GetIndexer()->Begin(true);
     if (begun.Failed()) return begun;
     indexerStarted_ = true;
+  }
+  // A writer fed from this reader must not inherit the source's compressor name.
+  CContainerReader* reader = GetContainerReader();
+  for (int i = 0; reader && i < reader->GetVideoMediaCount(); ++i) {
+    RObject<CVideoProperties> video(reader->GetVideoProperties(i));
+    if (video) video->RemoveProperty(MediaPropertyName::Mpeg4CompressorName);
   }
   positions_.assign(static_cast<std::size_t>(std::max(0, GetOutputMediaCount())), 0);
   return CReaderTopologyNode::Begin();

@@ -33,6 +33,9 @@ namespace {
 
 using SearchGraph = CWeightedDirectedGraph<CMediaProperties>;
 
+// Descriptions one search expands at the most.
+constexpr int kMaximumExpansions = 4096;
+
 // The start and goal of the search graph.
 class CSentinelProperties : public CMediaProperties {
  public:
@@ -97,7 +100,10 @@ class Search {
 
   void Explore() {
     CMediaFilter* filter = target_->GetMediaFilter();
-    while (!queue_.empty()) {
+    // Transforms that keep making new descriptions (a resizer offering every
+    // size, say) must not keep the search going for ever.
+    int budget = kMaximumExpansions;
+    while (!queue_.empty() && budget > 0) {
       CMediaProperties* description = queue_.front();
       queue_.pop_front();
       if (description == goal_.Get()) break;
@@ -108,6 +114,7 @@ class Search {
       }
       if (filter->IsType(CProperties::TypeCode)) Refused(ConnectionReasons::Examine(filter, description));
       Expand(description);
+      --budget;
     }
   }
 

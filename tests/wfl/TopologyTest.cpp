@@ -10,6 +10,7 @@
 #include "System/Collections/Value.h"
 #include "System/IO/MemoryStream.h"
 #include "System/Media/Container/Indexer.h"
+#include "System/Media/MediaPropertyName.h"
 #include "System/Text.h"
 #include "TopologyTestSupport.h"
 #include "wfl/ComponentValue.h"
@@ -314,4 +315,47 @@ TEST_F(TopologyTest, AnAudioTrackValueIsTheReadersFirstAudioOutput) {
     EXPECT_EQ(topology->GetNodes()->GetCount(), 2);
   }
   indexer->End();
+}
+
+TEST_F(TopologyTest, AReaderNodeBeginsItsIndexerOnceAndDropsCompressorNames) {
+  RObject<CFakeReader> fake(new CFakeReader());
+  fake->video.emplace_back(MakePicture(kAvc10));
+  fake->video[0]->SetProperty(MediaPropertyName::Mpeg4CompressorName, "Camera");
+  RObject<CIndexer> indexer(new CIndexer(fake));
+  RObject<CContainerReaderTopologyNode> node(new CContainerReaderTopologyNode(indexer, false));
+  RObject<CList<CMediaProperties>> before(node->GetAvailableOutputMedia(0));
+  EXPECT_EQ(before->GetCount(), 0);  // nothing is known before the indexer runs
+  EXPECT_TRUE(node->Begin().Succeeded());
+  EXPECT_TRUE(indexer->IsStarted());
+  EXPECT_EQ(node->Begin(), ResultFalse());
+  EXPECT_FALSE(fake->video[0]->ContainsProperty(MediaPropertyName::Mpeg4CompressorName));
+  RObject<CList<CMediaProperties>> after(node->GetAvailableOutputMedia(0));
+  EXPECT_EQ(after->GetCount(), 1);
+  indexer->End();
+}
+
+TEST_F(TopologyTest, ATransformThatKeepsMakingNewMediaCannotKeepTheSearchGoing) {
+  // Each pass makes the picture 16 pixels wider: there is always more to try.
+  class CWidening : public CVideoConverter {
+   public:
+    CWidening() : CVideoConverter(FourCC("vrc ")) {}
+    CFormatList* GetInputFormats() const override {
+      auto* formats = new CFormatList();
+      formats->AddValue(FourCC("I2AL"));
+      return formats;
+    }
+    CFormatList* GetOutputFormats() const override { return GetInputFormats(); }
+    using CVideoConverter::CreateOutputProperties;
+    Result CreateOutputProperties(unsigned int format, CVideoProperties*& properties) const override {
+      Result made = CVideoConverter::CreateOutputProperties(format, properties);
+      if (properties) properties->SetWidth(properties->GetWidth() + 16);
+      return made;
+    }
+  };
+  AddFactory(FourCC("vrc "), [] { return new CWidening(); });
+  CTopologyNode* reader = AddReader({kPlanar10});
+  CTopologyNode* narrow = AddTarget("narrow", FourCC("I2AL"), 1280);
+  EXPECT_EQ(FailureOf([&] { topology_->Connect(reader, 0, narrow, nullptr); }),
+            "could not connect from 'reader' to 'narrow'; possibly because: frame width is incompatible");
+  EXPECT_LE(topology_->GetSearchStatistics().descriptionsExpanded, 4096);
 }

@@ -132,6 +132,11 @@ void TopologyTest::AddTransform(unsigned int code, std::vector<unsigned int> inp
   CMediaFilterTransformInventory::AddFactory(factory);
 }
 
+void TopologyTest::AddFactory(unsigned int code, std::function<CMediaFilter*()> make) {
+  RObject<CTestFactory> factory(new CTestFactory(code, std::move(make)));
+  CMediaFilterTransformInventory::AddFactory(factory);
+}
+
 CTopologyNode* TopologyTest::AddReader(std::vector<Picture> video, int audioTracks) {
   RObject<CFakeReader> reader(new CFakeReader());
   for (const Picture& picture : video) reader->video.emplace_back(MakePicture(picture));

@@ -94,6 +94,8 @@ class TopologyTest : public LeakCheckedTest {
   // Registers a transform in the inventory (priority 0: ranked by score).
   void AddTransform(unsigned int code, std::vector<unsigned int> inputs, std::vector<Picture> outputs,
                     int priority = 0);
+  // Registers a factory of any filter.
+  void AddFactory(unsigned int code, std::function<CMediaFilter*()> make);
   CTopologyNode* AddReader(std::vector<Picture> video, int audioTracks = 0);
   CTopologyNode* AddTarget(const char* label, unsigned int format, int width = 0);
   CTopologyNode* AddWriter(const char* label);

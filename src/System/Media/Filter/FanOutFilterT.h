@@ -38,7 +38,6 @@ class CFanOutFilterT : public K {
     Result begun = CMediaFilter::Begin();
     if (begun.Failed()) return begun;
     RefreshOutputs();
-    this->SetReady(true);
     return Result();
   }
 

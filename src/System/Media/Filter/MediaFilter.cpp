@@ -143,6 +143,14 @@ Result CMediaFilter::Begin() {
   return Result();
 }
 
+Result CMediaFilter::BeginWithOutput(const CMediaProperties* output) {
+  Result begun = CMediaFilter::Begin();
+  if (begun.Failed()) return begun;
+  RemoveOutputTracks();
+  if (output) AddOutputTrack(output);
+  return Result();
+}
+
 Result CMediaFilter::End() {
   if (!ready_) return ResultFalse();
   Result finalized = Finalize();

@@ -108,6 +108,9 @@ class CMediaFilter : public CProperties, public IPropertiesDocumentation {
   void AddInputTrack(const CMediaProperties* properties);
   void AddOutputTrack(const CMediaProperties* properties);
   void SetReady(bool ready) { ready_ = ready; }
+  // The tail of the shapes' Begin: the base Begin (initialisation, memory
+  // context), then the outputs replaced by one track for output.
+  Result BeginWithOutput(const CMediaProperties* output);
 
  private:
   struct Pools;

@@ -82,31 +82,27 @@ int CMediaKindFilterT<S, P, C, CO>::Evaluate(const P* properties) const {
 }
 
 template <class S, class P, class C, class CO>
-CArrayList<CO>* CMediaKindFilterT<S, P, C, CO>::GetInputConfigurations() const {
+CArrayList<CO>* CMediaKindFilterT<S, P, C, CO>::GetConfigurations(C Row::*side) const {
   const Row* rows = GetConfigurationTable();
   if (!rows) return nullptr;
   auto* list = new CArrayList<CO>();
   const unsigned int outputFormat = GetRequestedOutputFormat();
   for (const Row* row = rows; KindFilterDetail::FormatOf(row->input) != 0; ++row) {
     if (!RowSelected(*row, outputFormat)) continue;
-    RObject<CO> item(new CO(row->input));
+    RObject<CO> item(new CO(row->*side));
     list->Add(item);
   }
   return list;
 }
 
 template <class S, class P, class C, class CO>
+CArrayList<CO>* CMediaKindFilterT<S, P, C, CO>::GetInputConfigurations() const {
+  return GetConfigurations(&Row::input);
+}
+
+template <class S, class P, class C, class CO>
 CArrayList<CO>* CMediaKindFilterT<S, P, C, CO>::GetOutputConfigurations() const {
-  const Row* rows = GetConfigurationTable();
-  if (!rows) return nullptr;
-  auto* list = new CArrayList<CO>();
-  const unsigned int outputFormat = GetRequestedOutputFormat();
-  for (const Row* row = rows; KindFilterDetail::FormatOf(row->input) != 0; ++row) {
-    if (!RowSelected(*row, outputFormat)) continue;
-    RObject<CO> item(new CO(row->output));
-    list->Add(item);
-  }
-  return list;
+  return GetConfigurations(&Row::output);
 }
 
 template <class S, class P, class C, class CO>

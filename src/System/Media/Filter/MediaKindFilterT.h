@@ -57,6 +57,8 @@ class CMediaKindFilterT : public CMediaFilterT<S, P> {
 
  private:
   bool RowSelected(const Row& row, unsigned int outputFormat) const;
+  // One side of the selected rows.
+  CArrayList<CO>* GetConfigurations(C Row::*side) const;
 };
 
 }  // namespace Corvane::Mox

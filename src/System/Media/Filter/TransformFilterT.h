@@ -80,12 +80,7 @@ class CTransformFilterT : public K {
     output_ = created;
     if (made.Failed()) return made;
     if (!output_) return ResultNullPointer("failed to create output properties");
-    Result begun = CMediaFilter::Begin();
-    if (begun.Failed()) return begun;
-    this->RemoveOutputTracks();
-    this->AddOutputTrack(output_);
-    this->SetReady(true);
-    return Result();
+    return this->BeginWithOutput(output_);
   }
 
   using K::WriteSample;

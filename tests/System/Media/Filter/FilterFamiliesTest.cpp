@@ -11,6 +11,7 @@
 #include "System/FourString.h"
 #include "System/LeakCheckedTest.h"
 #include "System/Media/DataReference.h"
+#include "System/Media/MemoryDataReference.h"
 #include "System/Media/Filter/FilterFamilies.h"
 #include "System/Media/Metadata/Metadata.h"
 
@@ -106,6 +107,58 @@ std::vector<unsigned char> Bytes(CMediaSample* sample) {
   if (!reference) return {};
   return std::vector<unsigned char>(reference->GetData(), reference->GetData() + reference->GetLength());
 }
+
+// Holds every picture back until drained; counts what it decompressed.
+class CHoldingDecompressor : public CVideoDecompressor {
+ public:
+  CHoldingDecompressor() : CVideoDecompressor(FourCC("hldd")) {}
+  CFormatList* GetInputFormats() const override {
+    auto* formats = new CFormatList();
+    formats->AddValue(FourCC("avc1"));
+    return formats;
+  }
+  CFormatList* GetOutputFormats() const override {
+    auto* formats = new CFormatList();
+    formats->AddValue(FourCC("I420"));
+    return formats;
+  }
+  int decompressed = 0;
+  std::vector<RObject<CVideoSample>> held;
+
+ protected:
+  using CVideoDecompressor::Decompress;
+  Result Decompress(CVideoSample* sample, CVideoSample*& out) override {
+    ++decompressed;
+    sample->Acquire();
+    held.emplace_back(sample);
+    out = nullptr;
+    return Result();
+  }
+  Result Drain(bool) override {
+    for (RObject<CVideoSample>& sample : held) EnqueueOutputSample(sample.Get());
+    held.clear();
+    return Result();
+  }
+};
+
+// Splits stereo into two mono outputs.
+class CSplitter : public CAudioFanOutConverter {
+ public:
+  CSplitter() : CAudioFanOutConverter(FourCC("splt")) {}
+  CFormatList* GetInputFormats() const override {
+    auto* formats = new CFormatList();
+    formats->AddValue(FourCC("sowt"));
+    return formats;
+  }
+  Result CreateOutputProperties(std::vector<RObject<CAudioProperties>>& outputs) const override {
+    outputs.clear();
+    for (int i = 0; i < GetInputProperties()->GetChannels(); ++i) {
+      outputs.emplace_back(static_cast<CAudioProperties*>(CMediaProperties::Clone(GetInputProperties())));
+      outputs.back()->SetChannels(1);
+    }
+    return Result();
+  }
+};
 
 class FilterFamiliesTest : public LeakCheckedTest {};
 
@@ -348,4 +401,61 @@ TEST_F(FilterFamiliesTest, OnlyTheCpuComputesAndMetadataQueuesCarryFrames) {
   ASSERT_TRUE(merged);
   EXPECT_EQ(merged->GetDuration(), 77);
   EXPECT_EQ(filter->DequeueAndMergeSampleMetadata(produced), ResultFalse());
+}
+
+TEST_F(FilterFamiliesTest, ADecompressorDrainsBeforePuttingAGapStraightOut) {
+  RObject<CHoldingDecompressor> decoder(new CHoldingDecompressor());
+  RObject<CVideoProperties> avc(Picture("avc1", 2, 2));
+  decoder->AddInputMedia(avc.Get());
+  ASSERT_TRUE(decoder->Begin().Succeeded());
+  RObject<CVideoSample> coded(new CVideoSample(1, 1001, 0));
+  RObject<CDataReference> data(new CBufferDataReference(4));
+  coded->SetDataReference(data);
+  decoder->WriteSample(0, coded.Get());
+  EXPECT_EQ(decoder->GetPendingOutputSampleCount(), 0);
+  RObject<CVideoSample> gap(new CVideoSample(2, 1001, 0));
+  decoder->WriteSample(0, gap.Get());
+  EXPECT_EQ(decoder->decompressed, 1);  // the gap was not decompressed
+  ASSERT_EQ(decoder->GetPendingOutputSampleCount(), 2);
+  CVideoSample* first = nullptr;
+  decoder->ReadSample(first);
+  RObject<CVideoSample> heldFirst(first);
+  EXPECT_EQ(first, coded.Get());  // the held picture first, in order
+  CVideoSample* second = nullptr;
+  decoder->ReadSample(second);
+  RObject<CVideoSample> black(second);
+  EXPECT_EQ(black->GetFrameNumber(), 2);
+  // Black of the output description: 2x2 I420.
+  EXPECT_EQ(Bytes(black), (std::vector<unsigned char>{16, 16, 16, 16, 128, 128}));
+  decoder->End();
+}
+
+TEST_F(FilterFamiliesTest, AFanOutDescribesItsOutputsFromItsInput) {
+  RObject<CSplitter> splitter(new CSplitter());
+  RObject<CAudioProperties> stereo(Sound("sowt", 2));
+  ASSERT_TRUE(splitter->AddInputMedia(stereo.Get()).Succeeded());
+  ASSERT_EQ(splitter->GetOutputMediaCount(), 2);
+  RObject<CMediaProperties> second(splitter->GetOutputMedia(1));
+  EXPECT_EQ(static_cast<CAudioProperties*>(second.Get())->GetChannels(), 1);
+  ASSERT_TRUE(splitter->Begin().Succeeded());
+  EXPECT_EQ(splitter->GetOutputMediaCount(), 2);
+  splitter->End();
+}
+
+TEST_F(FilterFamiliesTest, ARootFormatInTheListTakesItsWholeTree) {
+  // "YUV " is the root of the uncompressed YUV formats: v210's canonical format.
+  class CAnyYuv : public CVideoConverter {
+   public:
+    CAnyYuv() : CVideoConverter(FourCC("anyy")) {}
+    CFormatList* GetInputFormats() const override {
+      auto* formats = new CFormatList();
+      formats->AddValue(FourCC("YUV "));
+      return formats;
+    }
+  };
+  RObject<CAnyYuv> filter(new CAnyYuv());
+  RObject<CVideoProperties> v210(Picture("v210"));
+  EXPECT_EQ(filter->Evaluate(v210), CMediaFilter::Acceptable);
+  RObject<CVideoProperties> avc(Picture("avc1"));
+  EXPECT_EQ(filter->Evaluate(avc), 0);
 }

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "System/ByteArray.h"
 #include "System/Collections/Value.h"
@@ -11,6 +14,7 @@
 #include "System/LeakCheckedTest.h"
 #include "System/Media/Filter/MediaFilter.h"
 #include "System/Media/Filter/MediaFilterTrack.h"
+#include "System/Threading/ThreadFunctor.h"
 #include "System/Media/Video/VideoProperties.h"
 #include "System/Media/Video/VideoSample.h"
 
@@ -241,4 +245,36 @@ TEST_F(MediaFilterTest, IntermediateBuffersComeFromPowerOfTwoPools) {
   EXPECT_TRUE(filter_->CreateIntermediateBuffer(0, none).Failed());
   EXPECT_EQ(none, nullptr);
   EXPECT_NE(Thrown([&] { RObject<CByteArray> bad(filter_->CreateIntermediateBuffer(-5)); }), "(nothing thrown)");
+}
+
+TEST_F(MediaFilterTest, AProducerAndAConsumerOnTwoThreadsMeetThroughTheQueues) {
+  filter_->AddInputMedia(media_);
+  ASSERT_TRUE(filter_->Begin().Succeeded());
+  constexpr int kSamples = 64;
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  auto late = [&] { return std::chrono::steady_clock::now() > deadline; };
+  // The producer waits while the short queues are full, as a workflow does.
+  RObject<CThreadFunctor<std::function<Result()>>> producer(new CThreadFunctor<std::function<Result()>>([&] {
+    for (int i = 0; i < kSamples && !late(); ++i) {
+      while (!filter_->IsInputMediaReady(0) && !late()) filter_->WaitForInputMedia(50);
+      RObject<CVideoSample> sample(new CVideoSample(i, 1001, 0));
+      filter_->WriteSample(0, sample);
+    }
+    filter_->WriteSample(0, nullptr);
+    return Result();
+  }));
+  ASSERT_TRUE(producer->Start().Succeeded());
+  std::vector<int> frames;
+  while (!filter_->IsEndOfStream() && !late()) {
+    if (!filter_->WaitForOutputMedia(50)) continue;
+    CMediaSample* read = nullptr;
+    filter_->ReadSample(0, read);
+    RObject<CMediaSample> sample(read);
+    if (sample) frames.push_back(static_cast<CVideoSample*>(sample.Get())->GetFrameNumber());
+  }
+  ASSERT_TRUE(producer->Join().Succeeded());
+  EXPECT_FALSE(late()) << "the exchange did not finish in time";
+  ASSERT_EQ(frames.size(), static_cast<size_t>(kSamples));
+  for (int i = 0; i < kSamples; ++i) EXPECT_EQ(frames[static_cast<size_t>(i)], i);
+  filter_->End();
 }
