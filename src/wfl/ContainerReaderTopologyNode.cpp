@@ -77,8 +77,11 @@ CMediaSample* CContainerReaderTopologyNode::ReadSampleData(int output) {
   RObject<CMediaSample> sample(media->GetSample(position++));
   if (!sample) return nullptr;
   CContainerReader* reader = GetContainerReader();
-  if (kind == kVideo)
-    reader->ReadVideoData(index, static_cast<CVideoSample*>(sample.Get())).ThrowIfFailed();
+  if (kind == kVideo) {
+    auto* video = static_cast<CVideoSample*>(sample.Get());
+    reader->ReadVideoData(index, video).ThrowIfFailed();
+    reader->ReadVideoMetadata(index, video).ThrowIfFailed();
+  }
   else if (kind == kAudio)
     reader->ReadAudioData(index, static_cast<CAudioSample*>(sample.Get())).ThrowIfFailed();
   else

@@ -4,7 +4,11 @@
 
 #include "System/ByteArray.h"
 #include "System/Collections/List.h"
+#include "System/IO/BinaryReader.h"
 #include "System/IO/BufferedStream.h"
+#include "System/IO/MemoryStream.h"
+#include "System/Console.h"
+#include "System/Media/Metadata/Metadata.h"
 #include "System/IO/FileStream.h"
 #include "System/IO/Stream.h"
 #include "System/Media/Audio/AudioProperties.h"
@@ -150,6 +154,63 @@ Result CContainerReader::ReadAudioData(int track, CAudioSample* sample) {
 Result CContainerReader::ReadSubtitleData(int track, CSubtitleSample* sample) {
   return ReplaceReadReference(sample, [&](CContainerDataReference* reference, CDataReference*& data) {
     return ReadSubtitleData(track, reference, data);
+  });
+}
+
+namespace {
+
+// Reads the "read" payloads of a sample's metadata elements through `read`
+// and decodes each element from its bytes; the first failure ends the loop.
+template <class Read>
+Result ReadElements(CMediaProperties* properties, CMediaSample* sample, Read read) {
+  if (!sample) return ResultArgumentNull();
+  if (!properties) return ResultNullPointer("the track has no properties");
+  RObject<CMetadata> metadata(sample->AddMetadata());
+  RObject<CDataReference> essence(sample->GetDataReference());
+  // Elements carried inside the essence can only be found once its bytes
+  // are read; metadata that lives beside the essence is read regardless.
+  if (!essence || essence->IsType(CContainerDataReference::TypeCode))
+    MOX_LOG(Console::Warning, "sample missing data reference");
+  for (int i = 0; i < metadata->GetCount(); ++i) {
+    RObject<CMetadataElement> element(metadata->GetElementAt(i));
+    RObject<CDataReference> payload(element ? element->GetDataReference() : nullptr);
+    if (!payload || !payload->IsType(CContainerDataReference::TypeCode)) continue;
+    RObject<CMemoryDataReference> bytes;
+    Result result = read(element->GetType(), static_cast<CContainerDataReference*>(payload.Get()), bytes.Out());
+    if (result.Failed()) return result;
+    element->SetDataReference(bytes);
+    if (!bytes || bytes->GetLength() <= 0) continue;
+    RObject<CMemoryStream> stream(new CMemoryStream(bytes->GetLength(), bytes->GetData()));
+    RObject<CBinaryReader> reader(new CBinaryReader(stream));
+    result = element->Read(reader, bytes->GetLength());
+    if (result.Failed()) return result;
+  }
+  return Result();
+}
+
+}  // namespace
+
+Result CContainerReader::ReadVideoMetadata(int track, CVideoSample* sample) {
+  RObject<CVideoProperties> properties(GetVideoProperties(track));
+  return ReadElements(properties, sample, [&](unsigned int type, CContainerDataReference* reference,
+                                              CMemoryDataReference*& data) {
+    return ReadVideoMetadata(track, type, reference, data);
+  });
+}
+
+Result CContainerReader::ReadAudioMetadata(int track, CAudioSample* sample) {
+  RObject<CAudioProperties> properties(GetAudioProperties(track));
+  return ReadElements(properties, sample, [&](unsigned int type, CContainerDataReference* reference,
+                                              CMemoryDataReference*& data) {
+    return ReadAudioMetadata(track, type, reference, data);
+  });
+}
+
+Result CContainerReader::ReadSubtitleMetadata(int track, CSubtitleSample* sample) {
+  RObject<CSubtitleProperties> properties(GetSubtitleProperties(track));
+  return ReadElements(properties, sample, [&](unsigned int type, CContainerDataReference* reference,
+                                              CMemoryDataReference*& data) {
+    return ReadSubtitleMetadata(track, type, reference, data);
   });
 }
 

@@ -74,6 +74,13 @@ class CContainerReader : public CContainer {
   Result ReadVideoData(int track, CVideoSample* sample);
   Result ReadAudioData(int track, CAudioSample* sample);
   Result ReadSubtitleData(int track, CSubtitleSample* sample);
+  // Gives the sample its metadata (empty when it has none) and reads every
+  // element whose payload is still a "read" reference, decoding it from the
+  // bytes. A sample whose essence has not been read is logged ("sample
+  // missing data reference"), but its elements are still read.
+  Result ReadVideoMetadata(int track, CVideoSample* sample);
+  Result ReadAudioMetadata(int track, CAudioSample* sample);
+  Result ReadSubtitleMetadata(int track, CSubtitleSample* sample);
 
   // Opens the context's default stream, or a named side file.
   virtual Result OpenStream(CStream*& stream);

@@ -41,6 +41,14 @@ int CMetadata::GetCount() const {
   return elements_->GetCount();
 }
 
+CMetadataElement* CMetadata::GetElementAt(int index) const {
+  CAutoLock lock(this);
+  if (index < 0 || index >= elements_->GetCount()) return nullptr;
+  CMetadataElement* element = nullptr;
+  elements_->Get(index, element);
+  return element;
+}
+
 CMetadataElement* CMetadata::GetElement(unsigned int type) const {
   CAutoLock lock(this);
   for (CMetadataElement* element : *elements_) {

@@ -53,6 +53,8 @@ class CMetadata : public CObject {
   // The first element answering IsType(type), acquired, or null.
   CMetadataElement* GetElement(unsigned int type) const;
   bool ContainsElement(unsigned int type) const;
+  // The element at index in the order they were added, acquired; null outside.
+  CMetadataElement* GetElementAt(int index) const;
   // ResultFalse (and nothing added) when an element of its type is present.
   Result AddElement(CMetadataElement* element);
   bool RemoveElement(unsigned int type);
