@@ -183,13 +183,13 @@ bool ParseCode(const std::string& text, unsigned int& code) {
 // cannot check, and then its work. Answers the exit status.
 using Runner = std::function<int()>;
 
-struct Parsed {
+struct ProgressChoice {
   std::string progress;  // the text of --progress, empty when not given
   bool quiet = false;
 };
 
 // The progress option shared by run and convert: -q wins over --progress.
-int ResolveProgress(const char* command, const Parsed& parsed, ProgressMode& mode) {
+int ResolveProgress(const char* command, const ProgressChoice& parsed, ProgressMode& mode) {
   mode = isatty(STDERR_FILENO) ? ProgressMode::Bar : ProgressMode::None;
   if (!parsed.progress.empty() && !ParseProgress(parsed.progress, mode))
     return UsageError(command, "unknown progress mode '" + parsed.progress + "' (bar, json or none)");
@@ -197,7 +197,7 @@ int ResolveProgress(const char* command, const Parsed& parsed, ProgressMode& mod
   return ExitSuccess;
 }
 
-void AddProgressOptions(CLI::App* sub, Parsed& parsed) {
+void AddProgressOptions(CLI::App* sub, ProgressChoice& parsed) {
   sub->add_option("--progress", parsed.progress,
                   "bar (redrawn in place; the default on a terminal), json\n"
                   "(one line a second: progress, time, duration, heartbeat)\n"
@@ -255,14 +255,15 @@ Runner AddCatalog(CLI::App& app) {
 Runner AddRun(CLI::App& app) {
   struct State {
     RunOptions options;
-    std::string file, text, level;
+    std::string file, level;
+    std::vector<std::string> texts;  // more than one -e is a usage error
     std::vector<std::string> definitions;
-    Parsed progress;
+    ProgressChoice progress;
   };
   auto state = std::make_shared<State>();
   CLI::App* sub = AddCommand(app, "run");
   sub->add_option("SCRIPT", state->file, "the script file; '-' reads standard input")->type_name("");
-  sub->add_option("-e", state->text, "evaluate TEXT instead of a script file");
+  sub->add_option("-e", state->texts, "evaluate TEXT instead of a script file")->type_name("TEXT")->allow_extra_args(false);
   AddDefines(sub, state->definitions,
              "declare a host variable; VALUE is inserted as WFL source:\n"
              "-D width=1920 is a number, -D \"name='clip'\" a string");
@@ -273,10 +274,11 @@ Runner AddRun(CLI::App& app) {
   AddProgressOptions(sub, state->progress);
   return [state, sub] {
     RunOptions& options = state->options;
-    const bool haveFile = sub->count("SCRIPT") > 0, haveText = sub->count("-e") > 0;
-    if (haveFile && haveText) return UsageError("run", "give one script: a file or -e TEXT");
-    if (!haveFile && !haveText) return UsageError("run", "no script given");
-    options.script = haveText ? state->text : state->file;
+    const size_t files = sub->count("SCRIPT"), texts = state->texts.size();
+    if (files + texts > 1) return UsageError("run", "give one script: a file or -e TEXT");
+    const bool haveText = texts == 1;
+    if (files + texts == 0) return UsageError("run", "no script given");
+    options.script = haveText ? state->texts.front() : state->file;
     options.inlineText = haveText;
     options.haveScript = true;
     if (!AddVariables("run", state->definitions, options)) return int(ExitUsage);
@@ -292,7 +294,7 @@ Runner AddConvert(CLI::App& app) {
   struct State {
     ConvertOptions options;
     std::vector<std::string> files, properties;
-    Parsed progress;
+    ProgressChoice progress;
   };
   auto state = std::make_shared<State>();
   CLI::App* sub = AddCommand(app, "convert");
@@ -435,7 +437,9 @@ int RunCommandLine(int argc, char** argv) {
   CLI::App app("mox runs media workflows with libMox.", "mox");
   app.require_subcommand(0, 1);
   app.formatter(std::make_shared<HelpFormatter>());
-  app.option_defaults()->group("options");  // subcommands take these defaults
+  // Subcommands take these defaults: a single-valued option given twice keeps
+  // its last value, as it always has.
+  app.option_defaults()->group("options")->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   bool version = false;
   app.add_flag("-V,--version", version, "show the library's version and build and exit");
   const std::vector<std::pair<std::string, Runner>> runners = {
@@ -456,12 +460,12 @@ int RunCommandLine(int argc, char** argv) {
     const CLI::App* command = ChosenCommand(app);
     return UsageError(command ? command->get_name() : "", Describe(error, app, command));
   }
+  if (version) {
+    PrintVersion();
+    return ExitSuccess;
+  }
   const CLI::App* command = ChosenCommand(app);
   if (!command) {
-    if (version) {
-      PrintVersion();
-      return ExitSuccess;
-    }
     PrintUsage(stderr);
     return ExitUsage;
   }

@@ -146,4 +146,24 @@ TEST(MoxCommandLine, AProgressModeIsCheckedWhetherJoinedOrSeparate) {
   }
 }
 
+TEST(MoxCommandLine, ARepeatedOptionKeepsItsLastValue) {
+  const ToolRun quiet = RunMox({"run", "-v", "debug", "-v", "none", "-e", "println(1);"});
+  EXPECT_EQ(quiet.exitStatus, 0) << quiet.err;
+  EXPECT_EQ(quiet.err, "");
+  const ToolRun loud = RunMox({"run", "-v", "none", "-v", "debug", "-e", "println(1);"});
+  EXPECT_EQ(loud.exitStatus, 0) << loud.err;
+  EXPECT_NE(loud.err.find("Parsing string"), std::string::npos) << loud.err;
+}
+
+TEST(MoxCommandLine, RunTakesOneScript) {
+  const ToolRun twice = RunMox({"run", "-e", "println(1);", "-e", "println(2);"});
+  EXPECT_EQ(twice.exitStatus, 2);
+  EXPECT_EQ(twice.out, "");
+  EXPECT_EQ(twice.err, "mox: run: give one script: a file or -e TEXT (see 'mox run --help')\n");
+  ScriptFile script("one.wfl", "println(1);");
+  const ToolRun both = RunMox({"run", script.Path(), "-e", "println(2);"});
+  EXPECT_EQ(both.exitStatus, 2);
+  EXPECT_EQ(both.out, "");
+}
+
 }  // namespace
