@@ -1,7 +1,6 @@
 // mox catalog: every component family, code and display name the library
 // registers, and whether this build can create it.
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 #include <Mox.h>
@@ -61,18 +60,9 @@ void PrintTable(CInventoryCatalog* catalog) {
 
 }  // namespace
 
-int RunCatalog(int argc, char** argv) {
-  bool json = false;
-  for (int i = 1; i < argc; ++i) {
-    if (!std::strcmp(argv[i], "--json")) {
-      json = true;
-    } else {
-      PrintError("catalog: unknown argument '%s' (usage: mox catalog [--json])", argv[i]);
-      return ExitUsage;
-    }
-  }
+int RunCatalog(const CatalogOptions& options) {
   RObject<CInventoryCatalog> catalog(GetInventoryCatalog());
-  if (json) {
+  if (options.json) {
     PrintJson(catalog);
   } else {
     PrintTable(catalog);

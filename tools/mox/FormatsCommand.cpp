@@ -68,20 +68,8 @@ void PrintJson(const std::vector<Row>& rows) {
 
 }  // namespace
 
-int RunFormats(int argc, char** argv) {
-  bool json = false;
-  const char* only = nullptr;
-  for (int i = 1; i < argc; ++i) {
-    const char* arg = argv[i];
-    if (!std::strcmp(arg, "--json")) {
-      json = true;
-    } else if (!only && (!std::strcmp(arg, "video") || !std::strcmp(arg, "audio") || !std::strcmp(arg, "subtitle"))) {
-      only = arg;
-    } else {
-      PrintError("formats: unexpected argument '%s' (usage: mox formats [--json] [video|audio|subtitle])", arg);
-      return ExitUsage;
-    }
-  }
+int RunFormats(const FormatsOptions& options) {
+  const char* only = options.kind.empty() ? nullptr : options.kind.c_str();
   std::vector<Row> rows;
   for (const Vocabulary& vocabulary : kVocabularies) {
     if (only && std::strcmp(only, vocabulary.kind)) continue;
@@ -93,7 +81,7 @@ int RunFormats(int argc, char** argv) {
                          vocabulary.name(entry->code), entry->name == nullptr});
     }
   }
-  if (json)
+  if (options.json)
     PrintJson(rows);
   else
     PrintTable(rows);

@@ -6,7 +6,6 @@
 #include <strings.h>
 
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 #include <Mox.h>
@@ -19,59 +18,6 @@ using namespace Corvane::Mox;
 namespace MoxTool {
 
 namespace {
-
-const char kGraphUsage[] =
-    "usage: mox graph SCRIPT [-D NAME=VALUE]... [-o FILE]\n"
-    "\n"
-    "Evaluates a WFL script (SCRIPT '-' reads standard input), builds its topology\n"
-    "with the converters it needs, without running it, and writes the graph.\n"
-    "\n"
-    "options:\n"
-    "  -D NAME=VALUE    declare a host variable (as for 'mox run')\n"
-    "  -o FILE          write to FILE instead of standard output; a name ending in\n"
-    "                   .svg or .png is rendered as a picture, any other gets dot text\n"
-    "  -h, --help       show this help\n";
-
-struct GraphOptions : ScriptInput {
-  std::string output;
-};
-
-int ParseArguments(int argc, char** argv, GraphOptions& options, bool& help) {
-  for (int i = 1; i < argc; ++i) {
-    const char* arg = argv[i];
-    const bool option = arg[0] == '-' && arg[1];
-    if (option && (!std::strcmp(arg, "-h") || !std::strcmp(arg, "--help"))) {
-      help = true;
-      return ExitSuccess;
-    }
-    if (option && (!std::strcmp(arg, "-D") || !std::strcmp(arg, "-o"))) {
-      if (i + 1 >= argc) {
-        PrintError("graph: option %s needs a value (see 'mox graph --help')", arg);
-        return ExitUsage;
-      }
-      const char* value = argv[++i];
-      if (arg[1] == 'o') {
-        options.output = value;
-      } else if (!AddVariable("graph", value, options)) {
-        return ExitUsage;
-      }
-    } else if (option) {
-      PrintError("graph: unknown option '%s' (see 'mox graph --help')", arg);
-      return ExitUsage;
-    } else if (options.haveScript) {
-      PrintError("graph: unexpected argument '%s': give one script", arg);
-      return ExitUsage;
-    } else {
-      options.script = arg;
-      options.haveScript = true;
-    }
-  }
-  if (!options.haveScript) {
-    PrintError("graph: no script given (see 'mox graph --help')");
-    return ExitUsage;
-  }
-  return ExitSuccess;
-}
 
 // The picture format a file name asks for ("svg", "png"), or null for dot.
 const char* PictureFormat(const std::string& path) {
@@ -137,15 +83,7 @@ int Write(const GraphOptions& options, WFL::CTopology* topology) {
 
 }  // namespace
 
-int RunGraph(int argc, char** argv) {
-  GraphOptions options;
-  bool help = false;
-  const int usage = ParseArguments(argc, argv, options, help);
-  if (usage != ExitSuccess) return usage;
-  if (help) {
-    std::fputs(kGraphUsage, stdout);
-    return ExitSuccess;
-  }
+int RunGraph(const GraphOptions& options) {
   return WithScript(options, Console::Warning, [&](WFL::CTopology* topology) { return Write(options, topology); });
 }
 

@@ -1,6 +1,5 @@
 // mox info: the library's build identification, as text or JSON.
 #include <cstdio>
-#include <cstring>
 
 #include <Mox.h>
 
@@ -10,16 +9,8 @@ using namespace Corvane::Mox;
 
 namespace MoxTool {
 
-int RunInfo(int argc, char** argv) {
-  bool json = false;
-  for (int i = 1; i < argc; ++i) {
-    if (!std::strcmp(argv[i], "--json")) {
-      json = true;
-    } else {
-      PrintError("info: unknown argument '%s' (usage: mox info [--json])", argv[i]);
-      return ExitUsage;
-    }
-  }
+int RunInfo(const InfoOptions& options) {
+  const bool json = options.json;
   // The build fields are plain identifiers and dates: nothing needs escaping.
   if (json) {
     std::printf(

@@ -251,26 +251,9 @@ bool FamilyMatches(const Family& family, const char* wanted) {
 
 }  // namespace
 
-int RunInspect(int argc, char** argv) {
-  const char* codeText = nullptr;
-  const char* familyText = nullptr;
-  bool json = false;
-  for (int i = 1; i < argc; ++i) {
-    if (!std::strcmp(argv[i], "--json")) {
-      json = true;
-    } else if (!std::strcmp(argv[i], "--family") && i + 1 < argc) {
-      familyText = argv[++i];
-    } else if (argv[i][0] != '-' && !codeText) {
-      codeText = argv[i];
-    } else {
-      PrintError("inspect: unexpected argument '%s' (usage: mox inspect CODE [--family FAMILY] [--json])", argv[i]);
-      return ExitUsage;
-    }
-  }
-  if (!codeText) {
-    PrintError("inspect: no component code given (usage: mox inspect CODE [--family FAMILY] [--json])");
-    return ExitUsage;
-  }
+int RunInspect(const InspectOptions& options) {
+  const char* codeText = options.code.c_str();
+  const char* familyText = options.family.empty() ? nullptr : options.family.c_str();
   const unsigned int code = ParseCode(codeText);
   RObject<CInventoryCatalog> catalog(GetInventoryCatalog());
   std::vector<Description> found;
@@ -288,7 +271,7 @@ int RunInspect(int argc, char** argv) {
                familyText ? familyText : "");
     return ExitFailure;
   }
-  if (json) {
+  if (options.json) {
     PrintJson(found);
   } else {
     for (size_t i = 0; i < found.size(); ++i) {

@@ -17,53 +17,6 @@ namespace MoxTool {
 
 namespace {
 
-struct ProbeOptions {
-  const char* path = nullptr;
-  bool json = false;
-  bool samples = false;
-  unsigned int type = 0;
-};
-
-const char kUsage[] = "usage: mox probe FILE [--json] [--samples] [--type CODE]";
-
-// A code of up to four characters, padded with blanks ("y4m" is "y4m ").
-bool ParseCode(const char* text, unsigned int& code) {
-  const size_t length = std::strlen(text);
-  if (length == 0 || length > 4) return false;
-  char padded[5] = {' ', ' ', ' ', ' ', 0};
-  std::memcpy(padded, text, length);
-  code = FourCC(padded);
-  return true;
-}
-
-int ParseOptions(int argc, char** argv, ProbeOptions& options) {
-  for (int i = 1; i < argc; ++i) {
-    if (!std::strcmp(argv[i], "--json")) {
-      options.json = true;
-    } else if (!std::strcmp(argv[i], "--samples")) {
-      options.samples = true;
-    } else if (!std::strcmp(argv[i], "--type")) {
-      if (++i >= argc || !ParseCode(argv[i], options.type)) {
-        PrintError("probe: --type needs a code of one to four characters (%s)", kUsage);
-        return ExitUsage;
-      }
-    } else if (argv[i][0] == '-' && argv[i][1]) {
-      PrintError("probe: unknown option '%s' (%s)", argv[i], kUsage);
-      return ExitUsage;
-    } else if (!options.path) {
-      options.path = argv[i];
-    } else {
-      PrintError("probe: more than one file (%s)", kUsage);
-      return ExitUsage;
-    }
-  }
-  if (!options.path) {
-    PrintError("probe: no file (%s)", kUsage);
-    return ExitUsage;
-  }
-  return ExitSuccess;
-}
-
 std::string CodeText(unsigned int code) {
   char text[5];
   FourCCToChars(code, text);
@@ -152,7 +105,7 @@ void PrintJson(const ProbeOptions& options, CContainerReader* reader, CIndexer* 
   const long long milliseconds = reader->GetDurationInMilliseconds();
   RObject<CString> duration(CMediaProperties::MillisecondsToTime(milliseconds));
   std::printf("{\"file\": %s, \"type\": %s, \"name\": %s, \"size\": %lld, \"duration\": %s, \"durationMilliseconds\": %lld",
-              JsonQuote(options.path).c_str(), JsonQuote(CodeText(reader->GetType()).c_str()).c_str(),
+              JsonQuote(options.path.c_str()).c_str(), JsonQuote(CodeText(reader->GetType()).c_str()).c_str(),
               JsonQuote(reader->GetFormatName()).c_str(), size, JsonQuote(Text(duration).c_str()).c_str(), milliseconds);
   std::printf(", \"tracks\": [");
   bool first = true;
@@ -186,7 +139,7 @@ void PrintText(const ProbeOptions& options, CContainerReader* reader, CIndexer* 
   description->GetPropertyDescription("size", sizeText.Out());
   const long long milliseconds = reader->GetDurationInMilliseconds();
   RObject<CString> duration(CMediaProperties::MillisecondsToTime(milliseconds));
-  std::printf("file:     %s\n", options.path);
+  std::printf("file:     %s\n", options.path.c_str());
   std::printf("type:     %s (%s)\n", CodeText(reader->GetType()).c_str(),
               reader->GetFormatName() ? reader->GetFormatName() : "unnamed");
   std::printf("size:     %lld bytes (%s)\n", size, Text(sizeText).c_str());
@@ -216,27 +169,25 @@ void PrintText(const ProbeOptions& options, CContainerReader* reader, CIndexer* 
 
 }  // namespace
 
-int RunProbe(int argc, char** argv) {
-  ProbeOptions options;
-  if (int status = ParseOptions(argc, argv, options); status != ExitSuccess) return status;
-  RObject<CString> path(CString::WithString(options.path));
+int RunProbe(const ProbeOptions& options) {
+  RObject<CString> path(CString::WithString(options.path.c_str()));
   if (!CFile::Exists(path)) {
-    PrintError("cannot open '%s'", options.path);
+    PrintError("cannot open '%s'", options.path.c_str());
     return ExitFailure;
   }
   RObject<CContainerReader> reader(options.type ? CContainerReader::Create(path, options.type)
                                                 : CContainerReader::Create(path));
   if (!reader) {
     if (options.type)
-      PrintError("no available reader of type '%s' for '%s'", CodeText(options.type).c_str(), options.path);
+      PrintError("no available reader of type '%s' for '%s'", CodeText(options.type).c_str(), options.path.c_str());
     else
-      PrintError("no reader recognises '%s'", options.path);
+      PrintError("no reader recognises '%s'", options.path.c_str());
     return ExitFailure;
   }
   RObject<CIndexer> indexer(new CIndexer(reader));
   Result result = indexer->Begin(false);
   if (result.Failed()) {
-    PrintError("cannot index '%s': %s", options.path, result.GetDetails() ? result.GetDetails() : result.GetErrorMessage());
+    PrintError("cannot index '%s': %s", options.path.c_str(), result.GetDetails() ? result.GetDetails() : result.GetErrorMessage());
     return ExitFailure;
   }
   // Readers that report while beginning do so on this thread.

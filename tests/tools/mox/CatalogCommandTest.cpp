@@ -45,6 +45,6 @@ TEST(MoxCatalog, UnknownArgumentIsAUsageError) {
   const ToolRun run = RunMox({"catalog", "--xml"});
   EXPECT_EQ(run.exitStatus, 2);
   EXPECT_TRUE(run.out.empty());
-  EXPECT_NE(run.err.find("unknown argument '--xml'"), std::string::npos);
+  EXPECT_NE(run.err.find("unknown option '--xml'"), std::string::npos);
   EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1);
 }
