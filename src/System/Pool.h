@@ -91,9 +91,18 @@ class CPool : public CPoolBase {
     return object;
   }
 
-  // Takes an object back (acquiring it) and wakes blocked Get calls.
+  // Idle objects beyond this many are freed when they come back (0: no limit).
+  void SetMaximumIdleCount(int count) {
+    Guard guard(mutex_);
+    maximumIdle_ = count;
+  }
+
+  // Takes an object back (acquiring it) and wakes blocked Get calls. An
+  // object the pool does not keep (the idle limit is reached) is freed by
+  // the release that handed it back.
   void Put(CPoolObject* object) override {
     Guard guard(mutex_);
+    if (maximumIdle_ > 0 && stack_->GetCount() >= maximumIdle_) return;
     stack_->PushItem(static_cast<T*>(object));
     if (waiting_ > 0) pthread_cond_broadcast(&returned_);
   }
@@ -135,6 +144,7 @@ class CPool : public CPoolBase {
   CStack<T>* stack_;
   int created_;
   int waiting_;
+  int maximumIdle_ = 0;
   mutable pthread_mutex_t mutex_;
   pthread_cond_t returned_;
 };

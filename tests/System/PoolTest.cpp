@@ -85,6 +85,27 @@ TEST_F(PoolTest, FreeStackGrowsPastItsInitialCapacity) {
   EXPECT_EQ(pool->destroyed, 0);
 }
 
+TEST_F(PoolTest, ObjectsBeyondTheIdleLimitAreFreedOnReturn) {
+  RObject<CLimitedPool> pool(new CLimitedPool(100, counters));
+  pool->SetMaximumIdleCount(3);
+  std::vector<CCounted*> out;
+  for (int i = 0; i < 5; ++i) out.push_back(pool->Get());
+  for (CCounted* object : out) object->Release();
+  EXPECT_EQ(pool->GetAvailableCount(), 3);
+  EXPECT_EQ(pool->destroyed, 2);
+  EXPECT_EQ(pool->GetReferences(), 1) << "freed objects let go of the pool";
+}
+
+TEST_F(PoolTest, TimedGetGivesUpWhenNothingComesBack) {
+  RObject<CLimitedPool> pool(new CLimitedPool(1, counters));
+  RObject<CCounted> only(pool->Get(0));
+  ASSERT_TRUE(only);
+  EXPECT_EQ(pool->Get(20), nullptr) << "no object may be made and none came back";
+  only = nullptr;  // back to the pool
+  RObject<CCounted> again(pool->Get(0));
+  EXPECT_TRUE(again);
+}
+
 TEST_F(PoolTest, DestroyingThePoolFreesIdleObjectsAndWaitsForBusyOnes) {
   auto* pool = new CLimitedPool(10, counters);
   CCounted* busy = pool->Get();

@@ -7,6 +7,7 @@
 #include "System/ByteArrayPool.h"
 #include "System/Collections/Value.h"
 #include "System/Media/Filter/MediaFilterTrack.h"
+#include "System/Media/GraphicsContextProperties.h"
 #include "System/Media/MediaProperties.h"
 #include "System/Media/MediaSample.h"
 #include "System/Media/MemoryContext.h"
@@ -18,6 +19,7 @@ namespace Corvane::Mox {
 namespace {
 
 constexpr const char* kNotReady = "the filter is not ready. Begin has not been called";
+constexpr int MaximumIdleIntermediateBuffers = 128;  // free scratch buffers a pool keeps per capacity
 
 // Holds the Monitor for a scope; a failure to enter is thrown.
 class MonitorScope {
@@ -143,9 +145,17 @@ Result CMediaFilter::Begin() {
   return Result();
 }
 
-Result CMediaFilter::BeginWithOutput(const CMediaProperties* output) {
+Result CMediaFilter::BeginWithOutput(CMediaProperties* output) {
   Result begun = CMediaFilter::Begin();
   if (begun.Failed()) return begun;
+  // Pictures made in a graphics context say so, so that the next filter on
+  // the same device can use them in place.
+  CMemoryContext* context = GetMemoryContext();
+  if (output && context && context->IsType(FourCC("gctx")) &&
+      !output->ContainsExtension(CGraphicsContextProperties::TypeCode)) {
+    RObject<CGraphicsContextProperties> extension(new CGraphicsContextProperties(context));
+    output->AddExtension(extension);
+  }
   RemoveOutputTracks();
   if (output) AddOutputTrack(output);
   return Result();
@@ -285,7 +295,10 @@ CByteArray* CMediaFilter::CreateIntermediateBuffer(int n) {
   const int capacity = GetIntermediateCapacity(n);
   std::lock_guard<std::mutex> guard(intermediateBuffers_->lock);
   RObject<CByteArrayPool>& pool = intermediateBuffers_->byCapacity[capacity];
-  if (!pool) pool = new CByteArrayPool(capacity, 64);
+  if (!pool) {
+    pool = new CByteArrayPool(capacity, 64);
+    pool->SetMaximumIdleCount(MaximumIdleIntermediateBuffers);
+  }
   return pool->Get();
 }
 

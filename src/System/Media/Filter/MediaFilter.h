@@ -110,7 +110,7 @@ class CMediaFilter : public CProperties, public IPropertiesDocumentation {
   void SetReady(bool ready) { ready_ = ready; }
   // The tail of the shapes' Begin: the base Begin (initialisation, memory
   // context), then the outputs replaced by one track for output.
-  Result BeginWithOutput(const CMediaProperties* output);
+  Result BeginWithOutput(CMediaProperties* output);
 
  private:
   struct Pools;

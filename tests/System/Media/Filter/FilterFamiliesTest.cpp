@@ -10,6 +10,7 @@
 #include "System/Collections/ArrayList.h"
 #include "System/FourString.h"
 #include "System/LeakCheckedTest.h"
+#include "System/Media/MemoryContext.h"
 #include "System/Media/DataReference.h"
 #include "System/Media/MemoryDataReference.h"
 #include "System/Media/Filter/FilterFamilies.h"
@@ -458,4 +459,35 @@ TEST_F(FilterFamiliesTest, ARootFormatInTheListTakesItsWholeTree) {
   EXPECT_EQ(filter->Evaluate(v210), CMediaFilter::Acceptable);
   RObject<CVideoProperties> avc(Picture("avc1"));
   EXPECT_EQ(filter->Evaluate(avc), 0);
+}
+
+namespace {
+
+// A context whose buffers live on a graphics device.
+class CDeviceMemoryContext : public CHostMemoryContext {
+ public:
+  bool IsType(unsigned int type) const override {
+    return type == FourCC("gctx") || CHostMemoryContext::IsType(type);
+  }
+};
+
+}  // namespace
+
+TEST_F(FilterFamiliesTest, OutputsMadeInAGraphicsContextNameIt) {
+  RObject<CVideoProperties> i420(Picture("I420"));
+  RObject<CTableConverter> host(new CTableConverter());
+  host->AddInputMedia(i420.Get());
+  ASSERT_TRUE(host->Begin().Succeeded());
+  EXPECT_FALSE(host->GetOutputProperties()->ContainsExtension(FourCC("gce ")));
+  host->End();
+
+  RObject<CTableConverter> device(new CTableConverter());
+  RObject<CDeviceMemoryContext> context(new CDeviceMemoryContext());
+  device->SetMemoryContext(context);
+  device->AddInputMedia(i420.Get());
+  ASSERT_TRUE(device->Begin().Succeeded());
+  RObject<CMediaProperties> output(device->GetOutputMedia(0));
+  ASSERT_TRUE(output);
+  EXPECT_TRUE(output->ContainsExtension(FourCC("gce ")));
+  device->End();
 }
