@@ -91,4 +91,4 @@ int RunGraph(const GraphOptions& options) {
 
 // Graphviz's library keeps an allocation of its own to the end of the
 // process; builds with the leak sanitizer are told it is not ours.
-extern "C" const char* __lsan_default_suppressions() { return "leak:libgvc.so\nleak:libcgraph.so\n"; }
+extern "C" const char* __lsan_default_suppressions() { return "leak:libgvc.so\nleak:libcgraph.so\nleak:libfontconfig.so\nleak:libpango\nleak:libcairo.so\nleak:libgvplugin\n"; }
