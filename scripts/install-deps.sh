@@ -7,7 +7,7 @@ PACKAGES=(
   cmake ninja-build g++ make pkg-config ccache
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libxml2-dev libjsoncpp-dev zlib1g-dev libssl-dev libgif-dev
-  libgraphviz-dev libcli11-dev
+  libgraphviz-dev libcli11-dev libhwy-dev
   ffmpeg mediainfo mkvtoolnix sox time
 )
 
