@@ -186,6 +186,7 @@ using Runner = std::function<int()>;
 struct ProgressChoice {
   std::string progress;  // the text of --progress, empty when not given
   bool quiet = false;
+  double stallSeconds = 10.0;
 };
 
 // The progress option shared by run and convert: -q wins over --progress.
@@ -204,6 +205,11 @@ void AddProgressOptions(CLI::App* sub, ProgressChoice& parsed) {
                   "or none (the default otherwise); on standard error")
       ->type_name("MODE");
   sub->add_flag("-q", parsed.quiet, "show no progress");
+  sub->add_option("--stall-warning", parsed.stallSeconds,
+                  "warn once when a reader or filter has delivered nothing\n"
+                  "for SECONDS (default 10; 0 turns the warning off)")
+      ->type_name("SECONDS")
+      ->check(CLI::NonNegativeNumber);
 }
 
 // Takes every -D definition into input; false after printing why one is bad.
@@ -286,6 +292,7 @@ Runner AddRun(CLI::App& app) {
       return UsageError("run", "unknown log level '" + state->level +
                                    "' (none, error, warning, info, verbose, debug or 0-5)");
     if (int status = ResolveProgress("run", state->progress, options.progress); status != ExitSuccess) return status;
+    options.stallSeconds = state->progress.stallSeconds;
     return RunRun(options);
   };
 }
@@ -332,6 +339,7 @@ Runner AddConvert(CLI::App& app) {
     options.output = state->files[1];
     if (int status = ResolveProgress("convert", state->progress, options.progress); status != ExitSuccess)
       return status;
+    options.stallSeconds = state->progress.stallSeconds;
     return RunConvert(options);
   };
 }

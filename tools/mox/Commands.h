@@ -37,6 +37,7 @@ struct CatalogOptions {
 struct RunOptions : ScriptInput {
   int level = 2;  // Console::Warning
   ProgressMode progress = ProgressMode::None;
+  double stallSeconds = 10.0;  // 0: no stall warning
 };
 
 struct ConvertOptions {
@@ -44,6 +45,7 @@ struct ConvertOptions {
   std::vector<std::pair<std::string, std::string>> properties;
   bool printScript = false;
   ProgressMode progress = ProgressMode::None;
+  double stallSeconds = 10.0;  // 0: no stall warning
 };
 
 struct ProbeOptions {

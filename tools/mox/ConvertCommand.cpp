@@ -68,8 +68,9 @@ int RunConvert(const ConvertOptions& options) {
     std::fflush(stdout);
   }
   const ProgressMode progress = options.progress;
+  const double stallSeconds = options.stallSeconds;
   return WithScript(input, Console::Warning,
-                    [progress](WFL::CTopology* topology) { return RunWorkflow(topology, progress); });
+                    [progress, stallSeconds](WFL::CTopology* topology) { return RunWorkflow(topology, progress, stallSeconds); });
 }
 
 }  // namespace MoxTool

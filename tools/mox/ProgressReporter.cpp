@@ -87,7 +87,7 @@ ProgressSnapshot ProgressReporter::Measure(const CWorkflow& workflow) const {
 }
 
 void ProgressReporter::WarnIfStalled(const CWorkflow& workflow) {
-  if (warned_) return;
+  if (warned_ || stallSeconds_ <= 0) return;
   for (int i = 0; i < workflow.GetNodeCount(); ++i) {
     const CWorkflowNode* node = workflow.GetNode(i);
     const unsigned int type = node->GetTopologyNode()->GetNodeType();

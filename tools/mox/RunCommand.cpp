@@ -13,8 +13,9 @@ namespace MoxTool {
 
 int RunRun(const RunOptions& options) {
   const ProgressMode progress = options.progress;
+  const double stallSeconds = options.stallSeconds;
   return WithScript(options, options.level,
-                    [progress](WFL::CTopology* topology) { return RunWorkflow(topology, progress); });
+                    [progress, stallSeconds](WFL::CTopology* topology) { return RunWorkflow(topology, progress, stallSeconds); });
 }
 
 }  // namespace MoxTool

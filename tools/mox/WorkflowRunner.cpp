@@ -41,11 +41,11 @@ constexpr int PollMilliseconds = 100;
 
 }  // namespace
 
-int RunWorkflow(CTopology* topology, ProgressMode mode) {
+int RunWorkflow(CTopology* topology, ProgressMode mode, double stallSeconds) {
   RObject<CWorkflow> workflow(new CWorkflow(topology));
   if (workflow->GetNodeCount() == 0) return ExitSuccess;
   InterruptScope scope;
-  ProgressReporter reporter(mode, stderr);
+  ProgressReporter reporter(mode, stderr, stallSeconds);
   Result begun = workflow->Begin();
   bool stopped = false;
   if (begun.Succeeded()) {

@@ -17,6 +17,7 @@ constexpr int ExitInterrupted = 130;
 // ExitSuccess when every output reached its end (or there is nothing to
 // run), ExitInterrupted after Ctrl-C; a failure of the work is raised as
 // its Result.
-int RunWorkflow(Corvane::Mox::WFL::CTopology* topology, ProgressMode mode);
+// A node that delivers nothing for stallSeconds is named once (0: never).
+int RunWorkflow(Corvane::Mox::WFL::CTopology* topology, ProgressMode mode, double stallSeconds = 10.0);
 
 }  // namespace MoxTool

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <pty.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -48,6 +49,22 @@ std::string FrameChecksums(const std::string& path) {
   while (std::getline(all, line))
     if (!line.empty() && line[0] != '#') frames += line + "\n";
   return frames;
+}
+
+// A 1080p Y4M whose pictures are holes in a sparse file: big input at no
+// cost in disk or generation time.
+bool WriteSparseY4m(const std::string& path, int frames) {
+  const std::string header = "YUV4MPEG2 W1920 H1080 F25:1 Ip A1:1 C420jpeg\n";
+  const long long frame = 1920LL * 1080 * 3 / 2;
+  FILE* file = std::fopen(path.c_str(), "wb");
+  if (!file) return false;
+  std::fwrite(header.data(), 1, header.size(), file);
+  for (int f = 0; f < frames; ++f) {
+    std::fwrite("FRAME\n", 1, 6, file);
+    std::fseek(file, f + 1 < frames ? frame : frame - 1, SEEK_CUR);
+  }
+  std::fputc(0, file);  // the last picture's last byte makes the file whole
+  return std::fclose(file) == 0;
 }
 
 class MoxRunJob : public ::testing::Test {
@@ -176,3 +193,65 @@ TEST_F(MoxRunJob, ConvertFailuresAreOneLineWithTheirStatus) {
 }
 
 }  // namespace
+
+// A node that delivers nothing for longer than --stall-warning is named once
+// on standard error; 0 turns the warning off. A millisecond is shorter than
+// any gap between two pictures reaching the writer, so the warning must come.
+TEST_F(MoxRunJob, StallWarningNamesTheWaitingNodeOnceAndZeroSilencesIt) {
+  // Long enough (40 HD pictures) for the progress to be looked at.
+  const std::string hd = dir_.File("hd.y4m");
+  ASSERT_TRUE(WriteSparseY4m(hd, 40));
+  std::vector<std::string> eager = {"run", script_, "-D", "input='" + hd + "'", "-D",
+                                    "output='" + dir_.File("eager.y4m") + "'", "--stall-warning", "0.001"};
+  const ToolRun warned = RunMox(eager);
+  ASSERT_EQ(warned.exitStatus, 0) << warned.err;
+  const size_t first = warned.err.find("mox: warning: '");
+  ASSERT_NE(first, std::string::npos) << warned.err;
+  EXPECT_NE(warned.err.find("' has delivered nothing for ", first), std::string::npos) << warned.err;
+  EXPECT_EQ(warned.err.find("mox: warning:", first + 1), std::string::npos) << "warned once";
+
+  std::vector<std::string> silent = CopyArguments(dir_.File("silent.y4m"));
+  silent.insert(silent.end(), {"--stall-warning", "0"});
+  const ToolRun quiet = RunMox(silent);
+  ASSERT_EQ(quiet.exitStatus, 0) << quiet.err;
+  EXPECT_EQ(quiet.err, "");
+
+  const ToolRun negative = RunMox({"run", script_, "--stall-warning", "-1"});
+  EXPECT_EQ(negative.exitStatus, 2);
+}
+
+// Ctrl-C stops a long copy: mox ends the output cleanly (whole frames, a
+// readable file) and exits with 130.
+TEST_F(MoxRunJob, InterruptStopsTheJobWithStatus130AndAReadableOutput) {
+  // 1080p pictures written as holes: 2 GB of input that costs no disk.
+  const std::string big = dir_.File("big.y4m");
+  ASSERT_TRUE(WriteSparseY4m(big, 650));
+  const std::string output = dir_.File("partial.y4m");
+  std::vector<std::string> arguments = {"run", script_, "-D", "input='" + big + "'", "-D", "output='" + output + "'"};
+  std::vector<char*> argv;
+  std::string tool = MOX_TOOL_PATH;
+  argv.push_back(tool.data());
+  for (std::string& argument : arguments) argv.push_back(argument.data());
+  argv.push_back(nullptr);
+  const pid_t pid = fork();
+  ASSERT_GE(pid, 0);
+  if (pid == 0) {
+    execv(tool.c_str(), argv.data());
+    _exit(127);
+  }
+  // Interrupt once some pictures are out, long before the copy could end.
+  for (int i = 0; i < 200 && (!std::ifstream(output) || std::ifstream(output, std::ios::ate).tellg() < (1 << 24)); ++i)
+    usleep(10000);
+  kill(pid, SIGINT);
+  int status = 0;
+  waitpid(pid, &status, 0);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 130);
+  const std::string frames = Capture("ffprobe -v error -count_frames -select_streams v:0 -show_entries "
+                                     "stream=nb_read_frames -of csv=p=0 '" + output + "'");
+  const int written = std::atoi(frames.c_str());
+  EXPECT_GT(written, 0) << frames;
+  EXPECT_LT(written, 650) << "stopped early";
+  std::remove(output.c_str());
+  std::remove(big.c_str());
+}
