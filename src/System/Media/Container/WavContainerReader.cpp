@@ -55,6 +55,8 @@ constexpr int FormatCount = static_cast<int>(sizeof(kFormats) / sizeof(kFormats[
 constexpr int From = CMediaReader::Container;
 
 int IndexOfFormat(unsigned int format) {
+  // Microsoft GSM 6.10 is read as "gsm ".
+  if (format == Ms(CWindowsAudioFormat::FormatGsm610)) format = FourCC("gsm ");
   for (int i = 0; i < FormatCount; ++i) {
     if (kFormats[i] == format) return i;
   }

@@ -355,6 +355,15 @@ TEST_F(WavContainerTest, BlockCodecsCarryTheirFormatForTheDecoder) {
   ASSERT_EQ(samples.size(), 3u);
   EXPECT_EQ(samples[2]->GetDuration(), 505);
   EXPECT_EQ(Bytes(reader, samples[2]), Essence(768).substr(512));
+
+  // Microsoft GSM 6.10: 65-byte blocks of 320 frames, the half block at
+  // the end is not a block.
+  RObject<CContainerReader> gsm(Open(
+      "gsm.wav", Riff(Chunk("fmt ", Format(0x31, 1, 8000, 0, 65, Le(320, 2))) + Chunk("data", Essence(65 * 2 + 30)))));
+  RObject<CAudioProperties> gsmTrack(Track(gsm));
+  ASSERT_TRUE(gsmTrack);
+  EXPECT_EQ(gsmTrack->GetDuration(), 640);
+  EXPECT_EQ(Drain(gsm).size(), 2u);
 }
 
 TEST_F(WavContainerTest, MpegFramesOneSampleEach) {
