@@ -1,5 +1,7 @@
 #include "System/Media/Container/AudioChannelCodingAnalyzer.h"
 
+#include <algorithm>
+
 #include "System/Media/Audio/AudioProperties.h"
 #include "System/Media/Audio/AudioSample.h"
 #include "System/Media/Container/ContainerReader.h"
@@ -18,6 +20,8 @@ struct SyncWords {
 // The sync words of each burst word size; a word is looked at in its top
 // `bits` bits.
 constexpr SyncWords kSyncWords[] = {{16, 0xF872, 0x4E1F}, {20, 0x6F872, 0x54E1F}, {24, 0x96F872, 0xA54E1F}};
+
+constexpr long long MaximumFrames = 384000;
 
 int BytesPerSample(unsigned int format) {
   switch (format) {
@@ -46,7 +50,9 @@ Result CAudioChannelCodingAnalyzer::Begin(int track, const CAudioProperties* pro
   channels_ = properties->GetChannels();
   if (!bytesPerSample_ || channels_ < 2) return ResultNotSupported("no channel pairs of integer PCM");
   track_ = track;
-  framesToScan_ = properties->GetSampleRate();
+  // One second, and no more than a second at the highest common rate even
+  // when a damaged header claims more.
+  framesToScan_ = std::min(properties->GetSampleRate(), MaximumFrames);
   framesScanned_ = 0;
   pairsFound_ = 0;
   dataTypes_.assign(static_cast<size_t>(channels_ / 2), -1);

@@ -20,6 +20,8 @@ namespace Corvane::Mox {
 namespace {
 
 constexpr long long HeaderSize = 24;
+// The most bytes one sample refers to.
+constexpr long long MaximumSampleBytes = 64ll << 20;
 
 long long PaddedTo8(long long size) { return (size + 7) & ~7ll; }
 
@@ -228,8 +230,12 @@ Result CWav64ContainerReader::ReadAudioSample(int track, CAudioSample*& sample) 
   if (!stream_) return ResultInvalidOperation("the reader is not indexing");
   CAutoLock lock(stream_);
   const long long bytesPerPacket = properties_->GetBytesPerPacket();
-  const long long count = std::min(properties_->GetTimeScale(), frames_ - delivered_);
-  if (count <= 0 || bytesPerPacket <= 0) return Result();
+  if (bytesPerPacket <= 0) return Result();
+  // A second of audio, but never more bytes than one sample may hold (a
+  // damaged header can claim any rate).
+  const long long count =
+      std::min({properties_->GetTimeScale(), frames_ - delivered_, std::max(1ll, MaximumSampleBytes / bytesPerPacket)});
+  if (count <= 0) return Result();
   sample = new CAudioSample(count);
   sample->SetTime(delivered_);
   RObject<CContainerDataReference> reference(new CContainerDataReference(

@@ -51,6 +51,9 @@ constexpr unsigned int kFormats[] = {
 constexpr int BlockCodecs = 6;
 constexpr int FormatCount = static_cast<int>(sizeof(kFormats) / sizeof(kFormats[0]));
 
+// The most bytes one PCM sample refers to.
+constexpr long long MaximumSampleBytes = 64ll << 20;
+
 // Every value comes from the file's headers: the container's word.
 constexpr int From = CMediaReader::Container;
 
@@ -337,8 +340,12 @@ CAudioSample* CWavContainerReader::CreateSample(long long count, long long posit
 Result CWavContainerReader::ReadPcmAudioSample(CAudioSample*& sample) {
   sample = nullptr;
   const long long bytesPerPacket = properties_->GetBytesPerPacket();
-  const long long count = std::min(properties_->GetTimeScale(), frames_ - delivered_);
-  if (count <= 0 || bytesPerPacket <= 0) return Result();
+  if (bytesPerPacket <= 0) return Result();
+  // A second of audio, but never more bytes than one sample may hold (a
+  // damaged header can claim any rate).
+  const long long count =
+      std::min({properties_->GetTimeScale(), frames_ - delivered_, std::max(1ll, MaximumSampleBytes / bytesPerPacket)});
+  if (count <= 0) return Result();
   sample = CreateSample(count, essenceStart_ + delivered_ * bytesPerPacket, bytesPerPacket * count);
   delivered_ += count;
   return Result();
