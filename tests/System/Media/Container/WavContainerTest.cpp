@@ -24,6 +24,10 @@
 #include "System/Media/TimeCode/AudioTimeCodeProperties.h"
 #include "System/Media/Wav/BwfProperties.h"
 #include "System/Media/Wav/WaveBroadcastExtension.h"
+#include "System/Media/Wav/WaveData.h"
+#include "System/Media/Wav/WaveDataSize64.h"
+#include "System/Media/Wav/WaveFormat.h"
+#include "System/Media/Wav/WaveList.h"
 #include "System/Properties.h"
 #include "System/Text.h"
 #include "WavTestSupport.h"
@@ -224,6 +228,41 @@ TEST_F(WavContainerTest, DamageShortensInsteadOfFailing) {
   Result result;
   RObject<CContainerReader> garbage(Open("garbage.wav", Riff(std::string(37, '\xFF')), &result));
   EXPECT_TRUE(result.Failed());
+}
+
+TEST_F(WavContainerTest, ChunkListWritesRiffOrRf64) {
+  const std::string fmt = Format(1, 2, 48000, 16);
+  RObject<CWindowsAudioFormat> format;
+  ASSERT_TRUE(CWindowsAudioFormat::Parse(reinterpret_cast<const unsigned char*>(fmt.data()),
+                                         static_cast<int>(fmt.size()), format.Out())
+                  .Succeeded());
+  RObject<CWaveList> list(new CWaveList());
+  RObject<CWaveFormat> chunk(new CWaveFormat(format.Get()));
+  RObject<CWaveData> data(new CWaveData());
+  data->SetHeaderSize(4);
+  list->Add(chunk.Get());
+  list->Add(data.Get());
+  auto written = [&list] {
+    RObject<CMemoryStream> out(new CMemoryStream());
+    RObject<CBinaryWriter> writer(new CBinaryWriter(out.Get()));
+    EXPECT_TRUE(list->Write(writer.Get()).Succeeded());
+    return std::string(reinterpret_cast<const char*>(out->GetData()), static_cast<size_t>(out->GetLength()));
+  };
+  EXPECT_EQ(written(), "RIFF" + Le(40, 4) + "WAVE" + Chunk("fmt ", fmt) + "data" + Le(4, 4));
+  // A size kept in "ds64" makes the whole list RF64.
+  data->SetHeaderSize(0xFFFFFFFF);
+  EXPECT_EQ(list->GetSize(), 0xFFFFFFFFu);
+  EXPECT_EQ(written(), "RF64" + Le(0xFFFFFFFF, 4) + "WAVE" + Chunk("fmt ", fmt) + "data" + Le(0xFFFFFFFF, 4));
+
+  RObject<CWaveDataSize64> sizes(new CWaveDataSize64());
+  sizes->SetRiffSize(1ll << 33);
+  sizes->SetDataSize((1ll << 33) - 100);
+  sizes->SetTableSize(FourCC("axml"), 5000000000ll);
+  EXPECT_EQ(sizes->GetChunkSize(FourCC("RIFF")), 1ll << 33);
+  EXPECT_EQ(sizes->GetChunkSize(FourCC("data")), (1ll << 33) - 100);
+  EXPECT_EQ(sizes->GetChunkSize(FourCC("axml")), 5000000000ll);
+  EXPECT_EQ(sizes->GetChunkSize(FourCC("iXML")), 0);
+  EXPECT_EQ(sizes->GetSize(), 28u + 12u);
 }
 
 TEST_F(WavContainerTest, BroadcastExtensionRoundTrip) {
