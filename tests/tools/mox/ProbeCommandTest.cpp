@@ -88,9 +88,13 @@ TEST(MoxProbe, UnreadableFilesAndBadArgumentsFail) {
   ToolRun run = RunMox({"probe", path});
   EXPECT_EQ(run.exitStatus, 1);
   EXPECT_NE(run.err.find("no reader recognises '" + path + "'"), std::string::npos) << run.err;
+  run = RunMox({"probe", path, "--type", "flac"});
+  EXPECT_EQ(run.exitStatus, 1);
+  EXPECT_NE(run.err.find("no available reader of type 'flac'"), std::string::npos) << run.err;
+  // A reader of the type that cannot index the bytes says why.
   run = RunMox({"probe", path, "--type", "wav"});
   EXPECT_EQ(run.exitStatus, 1);
-  EXPECT_NE(run.err.find("no available reader of type 'wav '"), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("incorrect chunk ID 'not ' (expected 'RIFF' or 'RF64')"), std::string::npos) << run.err;
   run = RunMox({"probe", TempPath("absent.y4m")});
   EXPECT_EQ(run.exitStatus, 1);
   EXPECT_NE(run.err.find("cannot open"), std::string::npos);

@@ -222,6 +222,10 @@ int CWindowsAudioFormat::GetFramesPerPacket() const {
     return static_cast<CAdpcmExtension*>(extension.Get())->GetSamplesPerBlock();
   if (extension && extension->IsType(CImaAdpcmExtension::TypeCode))
     return static_cast<CImaAdpcmExtension*>(extension.Get())->GetSamplesPerBlock();
+  // GSM 6.10 starts its extra bytes with wSamplesPerBlock as the ADPCM
+  // codecs do.
+  if (GetFormat() == FormatGsm610 && extra_.size() >= 2)
+    return std::max(1, static_cast<int>(ReadLittle(extra_.data(), 2)));
   // Fixed-width codes (PCM, G.711, G.726): the block holds whole frames.
   const int bitsPerFrame = bitsPerSample_ * channels_;
   if (bitsPerFrame <= 0 || blockAlignment_ == 0) return 1;

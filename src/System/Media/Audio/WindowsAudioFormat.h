@@ -30,6 +30,7 @@ class CWindowsAudioFormat : public CObject {
   static constexpr unsigned short FormatAlaw = 0x0006;
   static constexpr unsigned short FormatMulaw = 0x0007;
   static constexpr unsigned short FormatImaAdpcm = 0x0011;
+  static constexpr unsigned short FormatGsm610 = 0x0031;
   static constexpr unsigned short FormatG726 = 0x0045;
   static constexpr unsigned short FormatMpeg = 0x0050;
   static constexpr unsigned short FormatMpegLayer3 = 0x0055;

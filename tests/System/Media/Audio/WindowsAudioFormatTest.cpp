@@ -178,6 +178,17 @@ TEST_F(WindowsAudioFormatTest, ImaExtensionAndLyingCounts) {
   EXPECT_EQ(static_cast<CAdpcmExtension*>(partial.Get())->GetPredictorCount(), 1);
 }
 
+TEST_F(WindowsAudioFormatTest, Gsm610BlocksHoldTheirSamplesPerBlock) {
+  Bytes gsm = Header(0x31, 1, 8000, 1625, 65, 0);
+  Put(gsm, 2, 2);
+  Put(gsm, 320, 2);
+  RObject<CWindowsAudioFormat> format(Parse(gsm));
+  RObject<CAudioProperties> properties(new CAudioProperties());
+  ASSERT_TRUE(format->GetProperties(properties.Get()).Succeeded());
+  EXPECT_EQ(properties->GetFramesPerPacket(), 320);
+  EXPECT_EQ(properties->GetBytesPerPacket(), 65);
+}
+
 TEST_F(WindowsAudioFormatTest, ShortInputFails) {
   RObject<CWindowsAudioFormat> format;
   const Bytes bytes = Header(1, 2, 44100, 0, 4, 16);
