@@ -67,8 +67,26 @@ void CBufferedStream::MoveToFront(int index, CStreamBuffer* buffer) {
   buffers_->Insert(0, buffer);
 }
 
+int CBufferedStream::GetWindowsInUse() const {
+  int used = 0;
+  for (CStreamBuffer* buffer : *buffers_)
+    if (buffer->GetOffset() >= 0) ++used;
+  return used;
+}
+
 Result CBufferedStream::Recycle(long long position, CStreamBuffer*& buffer) {
   int last = buffers_->GetCount() - 1;
+  // Straight-through access: the window after the most recent one. Windows
+  // in use sit at the front of the list, most recent first.
+  const bool sequential = front_ && front_->GetOffset() >= 0 && position == front_->GetOffset() + bufferSize_;
+  if (sequential) {
+    int used = 0, lastUsed = -1, index = 0;
+    for (CStreamBuffer* window : *buffers_) {
+      if (window->GetOffset() >= 0) ++used, lastUsed = index;
+      ++index;
+    }
+    if (used >= SequentialWindows) last = lastUsed;
+  }
   RObject<CStreamBuffer> oldest;
   buffers_->Get(last, oldest.Out());
   buffer = oldest;

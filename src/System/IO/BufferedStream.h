@@ -34,6 +34,15 @@ class CBufferedStream : public CWrappedStream {
   void Close() override;
 
   int GetBufferSize() const { return bufferSize_; }
+  // Windows that hold a part of the stream (the others have never been
+  // used, so their memory is untouched).
+  int GetWindowsInUse() const;
+
+  // A read or write that continues where the last window ends reuses the
+  // least recently used of this many windows instead of a fresh one: a
+  // stream read or written straight through keeps a few windows in memory,
+  // not the whole cache.
+  static constexpr int SequentialWindows = 4;
 
  private:
   // The window holding position, moved to the front; null when none does.

@@ -46,6 +46,33 @@ TEST_F(BufferedStreamTest, KeepsTheMostRecentlyUsedWindows) {
   EXPECT_EQ(inner->seeks, 1);
 }
 
+// Reading straight through a long stream keeps a few windows, not all of
+// them; jumping about still keeps every window the cache holds.
+TEST_F(BufferedStreamTest, StraightThroughUsesFewWindowsAndJumpsUseThemAll) {
+  std::vector<unsigned char> bytes = Sequence(400);
+  RObject<CRecordingStream> inner(new CRecordingStream(bytes));
+  RObject<CBufferedStream> buffered(new CBufferedStream(inner, 8, 16));
+  std::vector<unsigned char> got(400);
+  for (int at = 0; at < 400; at += 3) {
+    int read = 0;
+    ASSERT_TRUE(buffered->Read(got.data() + at, std::min(3, 400 - at), &read).Succeeded());
+  }
+  EXPECT_EQ(got, bytes);
+  EXPECT_EQ(buffered->GetWindowsInUse(), CBufferedStream::SequentialWindows);
+  // The last windows read are still there: reading back costs nothing.
+  const size_t readsBefore = inner->reads.size();
+  ASSERT_TRUE(buffered->Seek(390, SeekOrigin::Begin, nullptr).Succeeded());
+  EXPECT_EQ(buffered->ReadByte(), bytes[390]);
+  EXPECT_EQ(inner->reads.size(), readsBefore);
+
+  RObject<CBufferedStream> random(new CBufferedStream(inner, 8, 16));
+  for (long long at : {0, 100, 16, 200, 48, 300, 80, 350, 120, 390, 160, 240}) {
+    ASSERT_TRUE(random->Seek(at, SeekOrigin::Begin, nullptr).Succeeded());
+    EXPECT_EQ(random->ReadByte(), bytes[static_cast<std::size_t>(at)]);
+  }
+  EXPECT_EQ(random->GetWindowsInUse(), 12);
+}
+
 TEST_F(BufferedStreamTest, LargeRequestsBypassTheWindows) {
   std::vector<unsigned char> bytes = Sequence(40);
   RObject<CRecordingStream> inner(new CRecordingStream(bytes));
