@@ -37,8 +37,8 @@ for pair in "sowt pcm_s16le" "23lf pcm_f32le"; do
   echo "  mox convert:  ${mox_s} s, peak ${mox_kb} kB"
   echo "  ffmpeg:       ${ff_s} s, peak ${ff_kb} kB"
   awk "BEGIN{printf \"  ratio (mox / ffmpeg): time %.2fx, peak memory %.2fx\n\", $mox_s / ($ff_s > 0 ? $ff_s : 0.01), $mox_kb / $ff_kb}"
-  a=$(ffmpeg -v error -i "$work/mox-$code.wav" -f md5 -)
-  b=$(ffmpeg -v error -i "$work/ffmpeg-$code.wav" -f md5 -)
+  a=$(ffmpeg -v error -i "$work/mox-$code.wav" -c:a "$codec" -f md5 -)
+  b=$(ffmpeg -v error -i "$work/ffmpeg-$code.wav" -c:a "$codec" -f md5 -)
   if [ "$a" = "$b" ]; then echo "  decoded audio identical"; else echo "  decoded audio differs" >&2; status=1; fi
   rm -f "$work/mox-$code.wav" "$work/ffmpeg-$code.wav"
 done
