@@ -52,13 +52,19 @@ bool CBwfDocument::ParseRate(const char* text, Rational<long long>& rate) {
   char* end = nullptr;
   const long long numerator = std::strtoll(text, &end, 10);
   if (end == text || numerator <= 0) return false;
+  const char* separator = end;
   while (*end == ' ') ++end;
   if (*end == '\0') {
     rate = Rational<long long>(numerator, 1);
     return true;
   }
-  if (*end != '/' && *end != ':') return false;
-  const char* denominatorText = end + 1;
+  // "/" or ":" between the numbers, or the spaces alone.
+  if (*end == '/' || *end == ':') {
+    ++end;
+  } else if (end == separator) {
+    return false;
+  }
+  const char* denominatorText = end;
   const long long denominator = std::strtoll(denominatorText, &end, 10);
   if (end == denominatorText || denominator <= 0) return false;
   rate = Rational<long long>(numerator, denominator);
