@@ -355,9 +355,14 @@ Result CWavContainerReader::ReadAdpcmAudioSample(CAudioSample*& sample) {
   sample = nullptr;
   const long long framesPerPacket = properties_->GetFramesPerPacket();
   const long long bytesPerPacket = properties_->GetBytesPerPacket();
-  const long long count = std::min(framesPerPacket, frames_ - delivered_);
-  if (count <= 0 || bytesPerPacket <= 0) return Result();
-  sample = CreateSample(count, essenceStart_ + delivered_ / framesPerPacket * bytesPerPacket, bytesPerPacket);
+  if (framesPerPacket <= 0 || bytesPerPacket <= 0) return Result();
+  // Codecs whose packet is a single frame (G.711) go out a second at a time
+  // like PCM: a sample per frame would cost more than the audio is worth.
+  const long long packets = framesPerPacket == 1 ? std::max<long long>(1, properties_->GetTimeScale()) : 1;
+  const long long count = std::min(framesPerPacket * packets, frames_ - delivered_);
+  if (count <= 0) return Result();
+  const long long bytes = (count + framesPerPacket - 1) / framesPerPacket * bytesPerPacket;
+  sample = CreateSample(count, essenceStart_ + delivered_ / framesPerPacket * bytesPerPacket, bytes);
   delivered_ += count;
   return Result();
 }

@@ -131,6 +131,28 @@ TEST_F(WavContainerTest, OneSecondSamplesUntilTheEnd) {
   reader->EndIndex();
 }
 
+TEST_F(WavContainerTest, SingleFramePacketsGoOutASecondAtATime) {
+  // Stereo A-law at 8 kHz: a packet is one frame of two bytes; 2.5 s.
+  const std::string essence = Essence(40000);
+  RObject<CContainerReader> reader(
+      Open("alaw.wav", Riff(Chunk("fmt ", Format(6, 2, 8000, 8, 2)) + Chunk("data", essence))));
+  RObject<CAudioProperties> track(Track(reader));
+  ASSERT_TRUE(track);
+  EXPECT_EQ(track->GetFormat(), 0x6D730006u);
+  EXPECT_EQ(track->GetDuration(), 20000);
+  std::vector<RObject<CAudioSample>> samples(Drain(reader));
+  ASSERT_EQ(samples.size(), 3u);
+  const long long counts[] = {8000, 8000, 4000};
+  long long offset = 0;
+  for (size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(samples[i]->GetDuration(), counts[i]);
+    EXPECT_EQ(samples[i]->GetTime(), offset);
+    EXPECT_EQ(Bytes(reader, samples[i]), essence.substr(static_cast<size_t>(offset) * 2, counts[i] * 2));
+    offset += counts[i];
+  }
+  reader->EndIndex();
+}
+
 TEST_F(WavContainerTest, OddChunksArePadded) {
   // A 3-byte chunk, its pad byte, then the format and data: both found.
   const std::string bytes =
