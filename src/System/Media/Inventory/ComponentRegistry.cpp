@@ -11,6 +11,7 @@
 #include "System/Media/Container/Y4mContainerReader.h"
 #include "System/Media/Container/Y4mContainerWriter.h"
 #include "System/Media/Filter/FilterFamilies.h"
+#include "System/Media/Filter/VideoConverters/VideoFormatConverter.h"
 #include "System/Media/Inventory/ComponentInventory.h"
 #include "System/Media/Package/Package.h"
 #include "System/Media/Signal/SignalReader.h"

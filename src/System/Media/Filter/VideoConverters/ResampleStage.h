@@ -1,0 +1,42 @@
+#pragma once
+// CResampleStage ("smpl"): converts the chroma planes of YUV pictures between
+// subsamplings (4:4:4, 4:4:0, 4:2:2, 4:2:0, 4:1:1, 4:1:0) within one bit
+// depth, copying luma and alpha. Chroma is filtered separably with a tent:
+// linear interpolation up, a triangle average of the covered samples down.
+// Chroma samples sit horizontally on the first luma sample they cover
+// (MPEG-2) unless the siting is interstitial or horizontal midpoint, and
+// vertically midway between the lines they cover.
+
+#include "System/Media/Filter/VideoConverters/Stage.h"
+
+namespace Corvane::Mox {
+
+class CResampleStage : public CStage {
+ public:
+  static constexpr unsigned int StageType = FourCC("smpl");
+  CResampleStage();
+  static const std::vector<Row>& GetStageMap();
+
+  // The taps of one direction: for each output sample, the first input
+  // sample and the weights of consecutive ones (edges repeat).
+  struct Taps {
+    int width = 0;  // taps per output sample
+    std::vector<int> first;
+    std::vector<float> weights;
+    static Taps Build(int outputCount, int inputCount, int outputFactor, int inputFactor, bool centred);
+  };
+
+ protected:
+  bool Offers(const Row& row, const CVideoProperties* input) const override;
+  void ApplyTarget(CVideoProperties* output) const override;
+  Result Prepare() override;
+  void TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const override;
+
+ private:
+  void ResampleChromaLine(const SamplePlanes& input, SamplePlanes& output, int y) const;
+
+  Taps horizontal_;
+  Taps vertical_;
+};
+
+}  // namespace Corvane::Mox
