@@ -40,8 +40,12 @@ int CTwistStage::ResolveMatrix(const CVideoProperties* properties) {
 }
 
 bool CTwistStage::Offers(const Row& row, const CVideoProperties*) const {
+  // Only matrices with a linear form can be reached.
+  ColorMatrix4 unused;
+  const int target = GetTarget().matrix;
+  if (target != 2 && !ColorMatrix4::FromRgb(target, unused)) return false;
   // RGB outputs carry the identity matrix; any other target is YUV.
-  return GetTarget().matrix == 0 || !PixelFormatDescriptor::IsRgb(row.output.format);
+  return target == 0 || !PixelFormatDescriptor::IsRgb(row.output.format);
 }
 
 void CTwistStage::ApplyTarget(CVideoProperties* output) const {

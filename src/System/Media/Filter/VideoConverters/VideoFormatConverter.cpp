@@ -82,8 +82,9 @@ const CVideoFormatConverter::Row* CVideoFormatConverter::GetConfigurationTable()
 }
 
 int CVideoFormatConverter::GetSetting(const PropertyName& name, int fallback) const {
+  // A setting holds when it is present, also with the value 0 (the identity matrix, say).
   int value = 0;
-  if (GetProperty(name, value).Failed() || value == 0) return fallback;
+  if (!ContainsProperty(name) || GetProperty(name, value).Failed()) return fallback;
   return value;
 }
 
@@ -109,7 +110,8 @@ Result CVideoFormatConverter::CreateOutputProperties(unsigned int format, CVideo
   const CVideoProperties* input = GetInputProperties();
   if (!input) return ResultInvalidOperation("input properties not set");
   const bool rgb = PixelFormatDescriptor::IsRgb(format);
-  const int subsampling = GetSetting(Settings::Subsampling, PixelFormatDescriptor::GetSubsampling(format));
+  int subsampling = GetSetting(Settings::Subsampling, 0);
+  if (subsampling == 0) subsampling = PixelFormatDescriptor::GetSubsampling(format);
   if (rgb && subsampling != 0x11) return ResultNotSupported("subsampled RGB is not allowed");
   RObject<CVideoProperties> output;
   Result made = CVideoConverter::CreateOutputProperties(format, output.Out());
@@ -140,7 +142,8 @@ Result CVideoFormatConverter::Initialize() {
   if (!stages) return ResultNotSupported("No viable conversion path");
   stages_ = stages;
   const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
-  const int threads = std::clamp(GetSetting(Settings::MaxThreads, cores), 1, 64);
+  int threads = GetSetting(Settings::MaxThreads, 0);
+  threads = threads > 0 ? std::min(threads, 64) : cores;
   workers_ = std::make_unique<CBandWorkers>(threads - 1);
   return Result();
 }
