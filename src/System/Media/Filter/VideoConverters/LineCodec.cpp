@@ -1,5 +1,6 @@
 #include "System/Media/Filter/VideoConverters/LineCodec.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -232,7 +233,7 @@ void LineCodec::Decode(const SamplePlanes& planes, int width, int y, ComponentLi
 
 void LineCodec::Encode(const ComponentLines& lines, int width, int y, SamplePlanes& planes, unsigned mask) const {
   if (packedEncode) {
-    packedEncode(lines, width, planes.data[0] + static_cast<long long>(y) * planes.stride[0]);
+    packedEncode(lines, width, planes.data[0] + static_cast<long long>(y) * planes.stride[0], std::abs(planes.stride[0]));
     return;
   }
   for (int i = 0; i < stepCount; ++i) {

@@ -35,7 +35,7 @@ struct LineCodec {
     int occurrence;  // which of them
   };
   using PackedDecode = void (*)(const uint8_t* line, int width, ComponentLines& lines);
-  using PackedEncode = void (*)(const ComponentLines& lines, int width, uint8_t* line);
+  using PackedEncode = void (*)(const ComponentLines& lines, int width, uint8_t* line, int lineBytes);
 
   unsigned int format = 0;
   int bitDepth = 0;

@@ -41,18 +41,26 @@ void DecodeV210(const uint8_t* line, int width, ComponentLines& lines) {
   }
 }
 
-void EncodeV210(const ComponentLines& lines, int width, uint8_t* line) {
+// Samples past the picture width are written as zeros, and so is the rest
+// of the line up to its stride, so a line's bytes depend on the picture only.
+void EncodeV210(const ComponentLines& lines, int width, uint8_t* line, int lineBytes) {
   const int groups = (width + 5) / 6;
-  const uint16_t* y = lines.slot[0];
-  const uint16_t* u = lines.slot[1];
-  const uint16_t* v = lines.slot[2];
+  const int chromaWidth = (width + 1) / 2;
+  uint8_t* const end = line + lineBytes;
   for (int g = 0; g < groups; ++g, line += 16) {
+    uint16_t y[6], u[3], v[3];
+    for (int i = 0; i < 6; ++i) y[i] = g * 6 + i < width ? lines.slot[0][g * 6 + i] : 0;
+    for (int i = 0; i < 3; ++i) {
+      const bool inside = g * 3 + i < chromaWidth;
+      u[i] = inside ? lines.slot[1][g * 3 + i] : 0;
+      v[i] = inside ? lines.slot[2][g * 3 + i] : 0;
+    }
     StoreLE(line, Put(u[0], 0) | Put(y[0], 10) | Put(v[0], 20));
     StoreLE(line + 4, Put(y[1], 0) | Put(u[1], 10) | Put(y[2], 20));
     StoreLE(line + 8, Put(v[1], 0) | Put(y[3], 10) | Put(u[2], 20));
     StoreLE(line + 12, Put(y[4], 0) | Put(v[2], 10) | Put(y[5], 20));
-    y += 6, u += 3, v += 3;
   }
+  if (line < end) std::memset(line, 0, static_cast<size_t>(end - line));
 }
 
 // v410: U at bit 2, Y at bit 12, V at bit 22 of a little-endian word.
@@ -63,7 +71,7 @@ void DecodeV410(const uint8_t* line, int width, ComponentLines& lines) {
   }
 }
 
-void EncodeV410(const ComponentLines& lines, int width, uint8_t* line) {
+void EncodeV410(const ComponentLines& lines, int width, uint8_t* line, int) {
   for (int x = 0; x < width; ++x, line += 4)
     StoreLE(line, Put(lines.slot[1][x], 2) | Put(lines.slot[0][x], 12) | Put(lines.slot[2][x], 22));
 }
@@ -78,7 +86,7 @@ void DecodeRgb10(const uint8_t* line, int width, ComponentLines& lines) {
 }
 
 template <int Shift>
-void EncodeRgb10(const ComponentLines& lines, int width, uint8_t* line) {
+void EncodeRgb10(const ComponentLines& lines, int width, uint8_t* line, int) {
   for (int x = 0; x < width; ++x, line += 4)
     StoreBE(line, Put(lines.slot[2][x], Shift + 20) | Put(lines.slot[0][x], Shift + 10) | Put(lines.slot[1][x], Shift));
 }

@@ -85,7 +85,7 @@ Result CResampleStage::Prepare() {
     return ResultNotSupported("unsupported subsampling conversion '%s'->'%s'",
                               FourString(input_->GetFormat()).GetChars(), FourString(output_->GetFormat()).GetChars());
   const int siting = input_->GetChromaSiting();
-  const bool centredH = siting == 2 || siting == 4;
+  const bool centredH = siting != 1 && siting != 3;
   const bool centredV = true;
   const int width = input_->GetWidth(), height = input_->GetHeight();
   const int inW = inputCodec_->GetChromaWidth(width), outW = outputCodec_->GetChromaWidth(width);

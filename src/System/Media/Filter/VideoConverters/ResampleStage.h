@@ -3,9 +3,10 @@
 // subsamplings (4:4:4, 4:4:0, 4:2:2, 4:2:0, 4:1:1, 4:1:0) within one bit
 // depth, copying luma and alpha. Chroma is filtered separably with a tent:
 // linear interpolation up, a triangle average of the covered samples down.
-// Chroma samples sit horizontally on the first luma sample they cover
-// (MPEG-2) unless the siting is interstitial or horizontal midpoint, and
-// vertically midway between the lines they cover.
+// Chroma samples sit horizontally on the first luma sample they cover when
+// the siting says cosited (or vertical midpoint), else midway between the
+// luma samples they cover, as common scalers assume when nothing is known;
+// vertically they always sit midway between the lines they cover.
 
 #include "System/Media/Filter/VideoConverters/Stage.h"
 
