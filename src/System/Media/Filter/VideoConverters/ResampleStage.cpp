@@ -54,26 +54,33 @@ void CResampleStage::ApplyTarget(CVideoProperties* output) const {
 
 CResampleStage::Taps CResampleStage::Taps::Build(int outputCount, int inputCount, int outputFactor, int inputFactor,
                                                  bool centred) {
-  Taps taps;
   const double ratio = static_cast<double>(outputFactor) / inputFactor;  // input samples per output sample
   const double support = std::max(1.0, ratio);
-  taps.width = static_cast<int>(std::ceil(support)) * 2 + 1;
-  taps.first.resize(outputCount);
-  taps.weights.assign(static_cast<size_t>(outputCount) * taps.width, 0.0f);
+  const int span = static_cast<int>(std::ceil(support)) * 2 + 1;
+  std::vector<std::vector<std::pair<int, double>>> all(static_cast<size_t>(outputCount));
+  size_t width = 1;
   for (int o = 0; o < outputCount; ++o) {
     const double position = centred ? (o + 0.5) * ratio - 0.5 : o * ratio;
     const int first = static_cast<int>(std::floor(position - support)) + 1;
-    taps.first[o] = first;
     double total = 0;
-    float* w = &taps.weights[static_cast<size_t>(o) * taps.width];
-    for (int k = 0; k < taps.width; ++k) {
-      const double weight = std::max(0.0, 1.0 - std::abs(first + k - position) / support);
-      w[k] = static_cast<float>(weight);
+    for (int k = 0; k < span; ++k) {
+      const double weight = 1.0 - std::abs(first + k - position) / support;
+      if (weight <= 1e-9) continue;
+      all[o].emplace_back(std::clamp(first + k, 0, inputCount - 1), weight);
       total += weight;
     }
-    for (int k = 0; k < taps.width; ++k) w[k] = static_cast<float>(w[k] / total);
+    for (auto& tap : all[o]) tap.second /= total;
+    width = std::max(width, all[o].size());
   }
-  (void)inputCount;
+  Taps taps;
+  taps.width = static_cast<int>(width);
+  taps.index.assign(static_cast<size_t>(outputCount) * width, 0);
+  taps.weights.assign(static_cast<size_t>(outputCount) * width, 0.0f);
+  for (int o = 0; o < outputCount; ++o)
+    for (size_t k = 0; k < all[o].size(); ++k) {
+      taps.index[o * width + k] = all[o][k].first;
+      taps.weights[o * width + k] = static_cast<float>(all[o][k].second);
+    }
   return taps;
 }
 
@@ -98,18 +105,18 @@ Result CResampleStage::Prepare() {
 
 void CResampleStage::ResampleChromaLine(const SamplePlanes& input, SamplePlanes& output, int y) const {
   thread_local ChromaScratch scratch;
-  const int width = output_->GetWidth(), height = output_->GetHeight();
+  const int width = output_->GetWidth();
   const int inW = inputCodec_->GetChromaWidth(width), outW = outputCodec_->GetChromaWidth(width);
-  const int inH = (height + inputCodec_->verticalFactor - 1) / inputCodec_->verticalFactor;
   const int capacity = LineCodec::GetSlotCapacity(width);
   ComponentLines& decoded = GetScratch(1, capacity);
   ComponentLines& result = GetScratch(2, capacity);
   const int line = y / outputCodec_->verticalFactor;
   for (auto& sums : scratch.sums) sums.assign(static_cast<size_t>(inW) + 1, 0.0f);
   const float* vw = &vertical_.weights[static_cast<size_t>(line) * vertical_.width];
+  const int* vi = &vertical_.index[static_cast<size_t>(line) * vertical_.width];
   for (int k = 0; k < vertical_.width; ++k) {
     if (vw[k] == 0.0f) continue;
-    const int source = std::clamp(vertical_.first[line] + k, 0, inH - 1);
+    const int source = vi[k];
     inputCodec_->Decode(input, width, source * inputCodec_->verticalFactor, decoded, LineCodec::Chroma);
     for (int c = 0; c < 2; ++c) {
       float* sums = scratch.sums[c].data();
@@ -121,10 +128,12 @@ void CResampleStage::ResampleChromaLine(const SamplePlanes& input, SamplePlanes&
   for (int c = 0; c < 2; ++c) {
     const float* sums = scratch.sums[c].data();
     uint16_t* out = result.slot[1 + c];
-    for (int x = 0; x < outW; ++x) {
-      const float* hw = &horizontal_.weights[static_cast<size_t>(x) * horizontal_.width];
+    const int taps = horizontal_.width;
+    const float* hw = horizontal_.weights.data();
+    const int* hi = horizontal_.index.data();
+    for (int x = 0; x < outW; ++x, hw += taps, hi += taps) {
       float v = 0.5f;
-      for (int k = 0; k < horizontal_.width; ++k) v += hw[k] * sums[std::clamp(horizontal_.first[x] + k, 0, inW - 1)];
+      for (int k = 0; k < taps; ++k) v += hw[k] * sums[hi[k]];
       out[x] = static_cast<uint16_t>(std::min(v, maximum));
     }
   }

@@ -18,11 +18,12 @@ class CResampleStage : public CStage {
   CResampleStage();
   static const std::vector<Row>& GetStageMap();
 
-  // The taps of one direction: for each output sample, the first input
-  // sample and the weights of consecutive ones (edges repeat).
+  // The taps of one direction: for each output sample, width input indices
+  // (clamped to the picture, so edges repeat) and their weights; only taps
+  // of non-zero weight are kept, so a 2:1 step costs two or four.
   struct Taps {
     int width = 0;  // taps per output sample
-    std::vector<int> first;
+    std::vector<int> index;
     std::vector<float> weights;
     static Taps Build(int outputCount, int inputCount, int outputFactor, int inputFactor, bool centred);
   };
