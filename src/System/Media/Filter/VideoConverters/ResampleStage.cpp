@@ -81,7 +81,99 @@ CResampleStage::Taps CResampleStage::Taps::Build(int outputCount, int inputCount
       taps.index[o * width + k] = all[o][k].first;
       taps.weights[o * width + k] = static_cast<float>(all[o][k].second);
     }
+  taps.FindRegularInterior(outputCount, outputFactor, inputFactor);
   return taps;
+}
+
+bool CResampleStage::Taps::IsRegular(int block, int outputCount) const {
+  for (int p = 0; p < period; ++p) {
+    const int o = block * period + p;
+    if (o >= outputCount) return false;
+    for (int k = 0; k < width; ++k) {
+      const size_t t = static_cast<size_t>(o) * width + k;
+      const size_t r = static_cast<size_t>(p) * width + k;
+      if (weights[t] != phase[r] || (phase[r] != 0.0f && index[t] != block * step + offset[r])) return false;
+    }
+  }
+  return true;
+}
+
+void CResampleStage::Taps::FindRegularInterior(int outputCount, int outputFactor, int inputFactor) {
+  period = std::max(1, inputFactor / outputFactor);
+  step = std::max(1, outputFactor / inputFactor);
+  const int blocks = outputCount / period;
+  begin = end = 0;
+  if (blocks < 3) return;
+  const int middle = blocks / 2;
+  offset.assign(static_cast<size_t>(period) * width, 0);
+  phase.assign(static_cast<size_t>(period) * width, 0.0f);
+  for (int p = 0; p < period; ++p)
+    for (int k = 0; k < width; ++k) {
+      const size_t t = static_cast<size_t>(middle * period + p) * width + k;
+      offset[static_cast<size_t>(p) * width + k] = weights[t] != 0.0f ? index[t] - middle * step : 0;
+      phase[static_cast<size_t>(p) * width + k] = weights[t];
+    }
+  begin = middle;
+  while (begin > 0 && IsRegular(begin - 1, outputCount)) --begin;
+  end = middle + 1;
+  while (end < blocks && IsRegular(end, outputCount)) ++end;
+}
+
+namespace {
+
+// The regular interior with compile-time period, step and taps.
+template <int P, int Q, int W>
+void ApplyRegular(const float* sums, uint16_t* out, const CResampleStage::Taps& taps, float maximum) {
+  float w[P][W];
+  int d[P][W];
+  for (int p = 0; p < P; ++p)
+    for (int k = 0; k < W; ++k) {
+      w[p][k] = taps.phase[p * W + k];
+      d[p][k] = taps.offset[p * W + k];
+    }
+  for (int j = taps.begin; j < taps.end; ++j)
+    for (int p = 0; p < P; ++p) {
+      float v = 0.5f;
+      for (int k = 0; k < W; ++k) v += w[p][k] * sums[Q * j + d[p][k]];
+      out[P * j + p] = static_cast<uint16_t>(std::min(v, maximum));
+    }
+}
+
+using RegularKernel = void (*)(const float*, uint16_t*, const CResampleStage::Taps&, float);
+
+struct RegularShape {
+  int period, step, width;
+  RegularKernel kernel;
+};
+
+constexpr RegularShape kRegularShapes[] = {
+    {1, 1, 1, &ApplyRegular<1, 1, 1>},  // unchanged in this direction
+    {2, 1, 2, &ApplyRegular<2, 1, 2>},  // 2:1 up
+    {1, 2, 4, &ApplyRegular<1, 2, 4>},  // 2:1 down, centred
+    {1, 2, 3, &ApplyRegular<1, 2, 3>},  // 2:1 down, cosited
+    {4, 1, 2, &ApplyRegular<4, 1, 2>},  // 4:1 up
+};
+
+}  // namespace
+
+void CResampleStage::Taps::Apply(const float* sums, uint16_t* out, int outputCount, float maximum) const {
+  auto general = [&](int from, int to) {
+    for (int x = from; x < to; ++x) {
+      const float* w = &weights[static_cast<size_t>(x) * width];
+      const int* i = &index[static_cast<size_t>(x) * width];
+      float v = 0.5f;
+      for (int k = 0; k < width; ++k) v += w[k] * sums[i[k]];
+      out[x] = static_cast<uint16_t>(std::min(v, maximum));
+    }
+  };
+  for (const RegularShape& shape : kRegularShapes) {
+    if (shape.period != period || shape.step != step || shape.width != width || begin >= end) continue;
+    general(0, begin * period);
+    shape.kernel(sums, out, *this, maximum);
+    general(end * period, outputCount);
+    return;
+  }
+  general(0, outputCount);
 }
 
 Result CResampleStage::Prepare() {
@@ -128,14 +220,7 @@ void CResampleStage::ResampleChromaLine(const SamplePlanes& input, SamplePlanes&
   for (int c = 0; c < 2; ++c) {
     const float* sums = scratch.sums[c].data();
     uint16_t* out = result.slot[1 + c];
-    const int taps = horizontal_.width;
-    const float* hw = horizontal_.weights.data();
-    const int* hi = horizontal_.index.data();
-    for (int x = 0; x < outW; ++x, hw += taps, hi += taps) {
-      float v = 0.5f;
-      for (int k = 0; k < taps; ++k) v += hw[k] * sums[hi[k]];
-      out[x] = static_cast<uint16_t>(std::min(v, maximum));
-    }
+    horizontal_.Apply(sums, out, outW, maximum);
   }
   outputCodec_->Encode(result, width, y, output, LineCodec::Chroma);
 }

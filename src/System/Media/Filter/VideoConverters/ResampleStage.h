@@ -8,6 +8,8 @@
 // luma samples they cover, as common scalers assume when nothing is known;
 // vertically they always sit midway between the lines they cover.
 
+#include <cstdint>
+
 #include "System/Media/Filter/VideoConverters/Stage.h"
 
 namespace Corvane::Mox {
@@ -25,7 +27,23 @@ class CResampleStage : public CStage {
     int width = 0;  // taps per output sample
     std::vector<int> index;
     std::vector<float> weights;
+    // The regular interior: away from the edges, blocks of period outputs
+    // step inputs apart share their weights (phase) and relative indices
+    // (offset), which lets the 2:1 cases run as vector loops.
+    int period = 0;
+    int step = 0;
+    int begin = 0;  // blocks [begin, end) are regular
+    int end = 0;
+    std::vector<int> offset;
+    std::vector<float> phase;
+
     static Taps Build(int outputCount, int inputCount, int outputFactor, int inputFactor, bool centred);
+    // Applies the taps to one line of sums.
+    void Apply(const float* sums, uint16_t* out, int outputCount, float maximum) const;
+
+   private:
+    void FindRegularInterior(int outputCount, int outputFactor, int inputFactor);
+    bool IsRegular(int block, int outputCount) const;
   };
 
  protected:
