@@ -135,3 +135,38 @@ TEST(VideoFormatConverterValues, OutputDescriptionsFollowTheSettings) {
     EXPECT_EQ(PixelFormatDescriptor::GetSubsampling(format), 0x22);
   }
 }
+
+TEST(VideoFormatConverterValues, ValueStagesStayInsideThePlanesAtOddSizes) {
+  // Chains with resampling, twists and depth changes; the address sanitizer
+  // judges the reads and writes at the picture edges.
+  const std::pair<const char*, const char*> chains[] = {
+      {"I420", "24BG"}, {"24BG", "I420"}, {"I420", "I2AL"}, {"I0AL", "UYVY"},
+      {"YUVA", "BGRA"}, {"I420", "I410"}, {"I410", "I444"}, {"v210", "I420"}, {"I411", "NV12"},
+  };
+  const std::pair<int, int> sizes[] = {{1, 1}, {2, 2}, {5, 3}, {13, 7}};
+  for (const auto& [from, to] : chains)
+    for (const auto& [width, height] : sizes) {
+      SCOPED_TRACE(std::string(from) + " -> " + to + " at " + std::to_string(width) + "x" + std::to_string(height));
+      RObject<CVideoProperties> input(Describe(Code(from), width, height, 1, PixelFormatDescriptor::IsRgb(Code(from)) ? 2 : 1));
+      Conversion conversion = Convert(input, Random(Code(from), width, height, 5), Code(to));
+      ASSERT_TRUE(conversion.result.Succeeded()) << conversion.result.GetDetails();
+      EXPECT_FALSE(conversion.stages.empty());
+      EXPECT_EQ(conversion.bytes.size(), NaturalSize(Code(to), width, height));
+    }
+  RObject<CVideoProperties> big(Describe(Code("I420"), 1921, 1081, 1, 1));
+  for (const char* to : {"24BG", "I2AL", "UYVY"}) {
+    Conversion conversion = Convert(big, Random(Code("I420"), 1921, 1081, 9), Code(to));
+    ASSERT_TRUE(conversion.result.Succeeded()) << to << ": " << conversion.result.GetDetails();
+  }
+}
+
+TEST(VideoFormatConverterValues, BandsOnSeveralThreadsGiveTheSamePictureAsOne) {
+  RObject<CVideoProperties> input(Describe(Code("I420"), 322, 181, 1, 1));
+  const std::vector<uint8_t> picture = Random(Code("I420"), 322, 181, 11);
+  for (const char* to : {"24BG", "UYVY", "I444"}) {
+    Conversion one = Convert(input, picture, Code(to), [](CVideoFormatConverter* c) { c->SetProperty(Settings::MaxThreads, 1); });
+    Conversion four = Convert(input, picture, Code(to), [](CVideoFormatConverter* c) { c->SetProperty(Settings::MaxThreads, 4); });
+    ASSERT_TRUE(one.result.Succeeded() && four.result.Succeeded()) << to;
+    EXPECT_TRUE(one.bytes == four.bytes) << to;
+  }
+}
