@@ -21,6 +21,8 @@
 #include "System/Media/Filter/VideoConverters/TwistStage.h"
 #include "System/Media/Filter/VideoConverters/UnpackStage.h"
 #include "System/Media/MemoryContext.h"
+#include "System/PropertiesDocumentation.h"
+#include "System/Variant.h"
 #include "gen/CodeBookProperty.h"
 
 namespace Corvane::Mox {
@@ -75,6 +77,26 @@ std::vector<Row> BuildConfigurationTable() {
 CVideoFormatConverter::CVideoFormatConverter() : CVideoConverter(ComponentCode) {}
 
 CVideoFormatConverter::~CVideoFormatConverter() = default;
+
+CProperties* CVideoFormatConverter::GetDocumentation() const {
+  CProperties* own = IPropertiesDocumentation::GetDocumentationT<Settings>();
+  RObject<CProperties> base(CVideoConverter::GetDocumentation());
+  CObject* ownProperties = nullptr;
+  CObject* baseProperties = nullptr;
+  if (!own || !base || own->GetProperty(PropertyName("properties"), ownProperties).Failed() ||
+      base->GetProperty(PropertyName("properties"), baseProperties).Failed())
+    return own;
+  RObject<CObject> heldOwn(ownProperties), heldBase(baseProperties);
+  auto* into = dynamic_cast<CProperties*>(ownProperties);
+  auto* from = dynamic_cast<CProperties*>(baseProperties);
+  for (int i = 0; into && from && i < from->GetPropertyCount(); ++i) {
+    RObject<CString> name(from->GetPropertyName(i));
+    if (into->ContainsProperty(name)) continue;
+    RObject<CVariant> value(from->GetProperty(name));
+    into->SetProperty(name, value);
+  }
+  return own;
+}
 
 const CVideoFormatConverter::Row* CVideoFormatConverter::GetConfigurationTable() const {
   static const std::vector<Row> table = BuildConfigurationTable();

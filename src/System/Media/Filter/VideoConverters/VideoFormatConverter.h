@@ -27,6 +27,9 @@ class CVideoFormatConverter : public CVideoConverter {
   CVideoFormatConverter();
   ~CVideoFormatConverter() override;
 
+  // The converter's own properties and those of every filter.
+  CProperties* GetDocumentation() const override;
+
   // Every conversion some chain of stages can make, by format.
   const Row* GetConfigurationTable() const override;
   // The table's outputs for the input, narrowed by "BitDepth" and "Subsampling".
