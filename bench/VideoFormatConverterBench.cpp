@@ -64,6 +64,7 @@ void RunStage(benchmark::State& state, unsigned int from, int fromMatrix, unsign
   }
   CStage* stage = nullptr;
   stages->Get(0, stage);
+  RObject<CStage> held(stage);
   Picture in(from), out(to);
   for (auto _ : state) {
     stage->Transform(in.planes, out.planes, 0, kHeight);

@@ -220,6 +220,7 @@ Result CVideoFormatConverter::Convert(CVideoSample* sample, CVideoSample*& conve
   for (int i = 0; i < count; ++i) {
     CStage* stage = nullptr;
     stages_->Get(i, stage);
+    RObject<CStage> heldStage(stage);  // Get hands out a reference
     const bool last = i == count - 1;
     const CVideoProperties* described = last ? GetOutputProperties() : stage->GetOutput();
     RObject<CPixelBufferDataReference> target(context->GetPool(described)->Get());

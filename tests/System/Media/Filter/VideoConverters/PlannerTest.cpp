@@ -47,6 +47,7 @@ TEST(VideoFormatConverterPlanner, AMatrixChangeOfSubsampledPicturesGoesThroughFo
   EXPECT_EQ(types, (std::vector<unsigned int>{kResample, kTwist, kResample}));
   CStage* twist = nullptr;
   path->Get(1, twist);
+  RObject<CStage> held(twist);
   EXPECT_EQ(twist->GetInput()->GetSubsampling(), 0x11);
   EXPECT_EQ(twist->GetInput()->GetMatrixCoefficients(), 6);
   EXPECT_EQ(twist->GetOutput()->GetMatrixCoefficients(), 1);
