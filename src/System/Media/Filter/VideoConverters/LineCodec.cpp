@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "System/Media/Filter/VideoConverters/PackedTenBit.h"
+#include "System/Media/Filter/VideoConverters/VectorTargets.h"
 #include "System/Media/Video/PlaneLayout.h"
 
 namespace Corvane::Mox {
@@ -27,7 +28,7 @@ int SlotOf(char letter) {
 // Gathers every Stride-th sample of SB bytes into every K-th slot value; the
 // constant strides let the compiler vectorise the common layouts.
 template <int SB, int Stride, int K>
-void GatherT(const uint8_t* src, uint16_t* dst, int blocks) {
+MOX_VECTOR_CLONES void GatherT(const uint8_t* src, uint16_t* dst, int blocks) {
   for (int b = 0; b < blocks; ++b) {
     if constexpr (SB == 1) {
       dst[b * K] = src[b * Stride];
@@ -40,7 +41,7 @@ void GatherT(const uint8_t* src, uint16_t* dst, int blocks) {
 }
 
 template <int SB, int Stride, int K>
-void ScatterT(const uint16_t* src, uint8_t* dst, int blocks) {
+MOX_VECTOR_CLONES void ScatterT(const uint16_t* src, uint8_t* dst, int blocks) {
   for (int b = 0; b < blocks; ++b) {
     if constexpr (SB == 1) {
       dst[b * Stride] = static_cast<uint8_t>(src[b * K]);
@@ -197,6 +198,32 @@ void ScatterGeneral(const LineCodec& codec, const LineCodec::Step& step, const u
 
 unsigned StepMask(int slot) { return slot < 0 ? LineCodec::All : 1u << slot; }
 
+// Whole pixels of N one-byte components (packed RGB, "v308", "v408"): one
+// pass over the line moves every component, which the compiler vectorises
+// with shuffles; strided passes per component would touch each byte N times.
+template <int N>
+MOX_VECTOR_CLONES void InterleaveT(const uint16_t* const* sources, uint8_t* dst, int width) {
+  for (int x = 0; x < width; ++x)
+    for (int c = 0; c < N; ++c) dst[x * N + c] = static_cast<uint8_t>(sources[c][x]);
+}
+
+template <int N>
+MOX_VECTOR_CLONES void DeinterleaveT(const uint8_t* src, uint16_t* const* targets, int width) {
+  for (int x = 0; x < width; ++x)
+    for (int c = 0; c < N; ++c) targets[c][x] = src[x * N + c];
+}
+
+// True when the codec's single plane is whole pixels of one-byte samples
+// without padding.
+bool IsWholePixelBytes(const LineCodec& codec, int& components) {
+  if (codec.planeCount != 1 || codec.sampleBytes != 1 || codec.blockWidth[0] != 1 || codec.packedDecode) return false;
+  components = codec.blockBytes[0];
+  if ((components != 3 && components != 4) || codec.stepCount != components) return false;
+  for (int i = 0; i < components; ++i)
+    if (codec.steps[i].slot < 0 || codec.steps[i].offset != i) return false;
+  return true;
+}
+
 }  // namespace
 
 const LineCodec* LineCodec::Find(unsigned int format) {
@@ -211,6 +238,15 @@ const LineCodec* LineCodec::Find(unsigned int format) {
 void LineCodec::Decode(const SamplePlanes& planes, int width, int y, ComponentLines& lines, unsigned mask) const {
   if (packedDecode) {
     packedDecode(planes.data[0] + static_cast<long long>(y) * planes.stride[0], width, lines);
+    return;
+  }
+  int components = 0;
+  if (mask == All && IsWholePixelBytes(*this, components)) {
+    uint16_t* targets[4];
+    for (int i = 0; i < components; ++i) targets[i] = lines.slot[steps[i].slot];
+    const uint8_t* src = planes.data[0] + static_cast<long long>(y) * planes.stride[0];
+    if (components == 3) DeinterleaveT<3>(src, targets, width);
+    else DeinterleaveT<4>(src, targets, width);
     return;
   }
   for (int i = 0; i < stepCount; ++i) {
@@ -234,6 +270,15 @@ void LineCodec::Decode(const SamplePlanes& planes, int width, int y, ComponentLi
 void LineCodec::Encode(const ComponentLines& lines, int width, int y, SamplePlanes& planes, unsigned mask) const {
   if (packedEncode) {
     packedEncode(lines, width, planes.data[0] + static_cast<long long>(y) * planes.stride[0], std::abs(planes.stride[0]));
+    return;
+  }
+  int components = 0;
+  if (mask == All && IsWholePixelBytes(*this, components)) {
+    const uint16_t* sources[4];
+    for (int i = 0; i < components; ++i) sources[i] = lines.slot[steps[i].slot];
+    uint8_t* dst = planes.data[0] + static_cast<long long>(y) * planes.stride[0];
+    if (components == 3) InterleaveT<3>(sources, dst, width);
+    else InterleaveT<4>(sources, dst, width);
     return;
   }
   for (int i = 0; i < stepCount; ++i) {

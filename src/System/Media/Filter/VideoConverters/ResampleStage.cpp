@@ -6,6 +6,7 @@
 #include "System/FourString.h"
 #include "System/Media/Filter/VideoConverters/LineCodec.h"
 #include "System/Media/Filter/VideoConverters/StageGroups.h"
+#include "System/Media/Filter/VideoConverters/VectorTargets.h"
 
 namespace Corvane::Mox {
 
@@ -15,6 +16,11 @@ constexpr int kSubsamplings[] = {0x11, 0x12, 0x21, 0x22, 0x41, 0x42, 0x44};
 
 bool IsKnownSubsampling(int subsampling) {
   return std::find(std::begin(kSubsamplings), std::end(kSubsamplings), subsampling) != std::end(kSubsamplings);
+}
+
+// sums += weight × values over one chroma line.
+MOX_VECTOR_CLONES void Accumulate(float* sums, const uint16_t* values, float weight, int width) {
+  for (int x = 0; x < width; ++x) sums[x] += weight * values[x];
 }
 
 struct ChromaScratch {
@@ -123,7 +129,7 @@ namespace {
 
 // The regular interior with compile-time period, step and taps.
 template <int P, int Q, int W>
-void ApplyRegular(const float* sums, uint16_t* out, const CResampleStage::Taps& taps, float maximum) {
+MOX_VECTOR_CLONES void ApplyRegular(const float* sums, uint16_t* out, const CResampleStage::Taps& taps, float maximum) {
   float w[P][W];
   int d[P][W];
   for (int p = 0; p < P; ++p)
@@ -210,11 +216,7 @@ void CResampleStage::ResampleChromaLine(const SamplePlanes& input, SamplePlanes&
     if (vw[k] == 0.0f) continue;
     const int source = vi[k];
     inputCodec_->Decode(input, width, source * inputCodec_->verticalFactor, decoded, LineCodec::Chroma);
-    for (int c = 0; c < 2; ++c) {
-      float* sums = scratch.sums[c].data();
-      const uint16_t* values = decoded.slot[1 + c];
-      for (int x = 0; x < inW; ++x) sums[x] += vw[k] * values[x];
-    }
+    for (int c = 0; c < 2; ++c) Accumulate(scratch.sums[c].data(), decoded.slot[1 + c], vw[k], inW);
   }
   const float maximum = static_cast<float>(outputCodec_->GetMaximum());
   for (int c = 0; c < 2; ++c) {

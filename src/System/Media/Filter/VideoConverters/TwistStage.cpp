@@ -5,6 +5,7 @@
 
 #include "System/Media/Filter/VideoConverters/LineCodec.h"
 #include "System/Media/Filter/VideoConverters/StageMap.h"
+#include "System/Media/Filter/VideoConverters/VectorTargets.h"
 
 namespace Corvane::Mox {
 
@@ -12,7 +13,7 @@ namespace {
 
 // One output component of a line: m · (s0, s1, s2, 1), rounded and clamped.
 // Plain loops over contiguous arrays that the compiler vectorises.
-void MixLine(const float* row, const uint16_t* s0, const uint16_t* s1, const uint16_t* s2, uint16_t* out, int width,
+MOX_VECTOR_CLONES void MixLine(const float* row, const uint16_t* s0, const uint16_t* s1, const uint16_t* s2, uint16_t* out, int width,
              float maximum) {
   for (int x = 0; x < width; ++x) {
     const float v = row[0] * s0[x] + row[1] * s1[x] + row[2] * s2[x] + row[3] + 0.5f;
