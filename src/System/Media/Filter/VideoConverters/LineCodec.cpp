@@ -198,19 +198,64 @@ void ScatterGeneral(const LineCodec& codec, const LineCodec::Step& step, const u
 
 unsigned StepMask(int slot) { return slot < 0 ? LineCodec::All : 1u << slot; }
 
-// Whole pixels of N one-byte components (packed RGB, "v308", "v408"): one
+// Whole pixels of three or four one-byte components (packed RGB, "v308", "v408"): one
 // pass over the line moves every component, which the compiler vectorises
 // with shuffles; strided passes per component would touch each byte N times.
-template <int N>
-MOX_VECTOR_CLONES void InterleaveT(const uint16_t* const* sources, uint8_t* dst, int width) {
-  for (int x = 0; x < width; ++x)
-    for (int c = 0; c < N; ++c) dst[x * N + c] = static_cast<uint8_t>(sources[c][x]);
+// Three-byte pixels do not vectorise as groups; one four-byte store per
+// pixel (its spare byte overwritten by the next pixel) does a third of the
+// stores. The last pixel is written byte by byte to stay inside the line.
+void Interleave3(const uint16_t* __restrict__ a, const uint16_t* __restrict__ b, const uint16_t* __restrict__ c,
+                 uint8_t* __restrict__ dst, int width) {
+  int x = 0;
+  for (; x + 1 < width; ++x) {
+    const uint32_t word = static_cast<uint32_t>(a[x] & 0xFF) | static_cast<uint32_t>(b[x] & 0xFF) << 8 |
+                          static_cast<uint32_t>(c[x] & 0xFF) << 16;
+    std::memcpy(dst + x * 3, &word, 4);
+  }
+  for (; x < width; ++x) {
+    dst[x * 3] = static_cast<uint8_t>(a[x]);
+    dst[x * 3 + 1] = static_cast<uint8_t>(b[x]);
+    dst[x * 3 + 2] = static_cast<uint8_t>(c[x]);
+  }
 }
 
-template <int N>
-MOX_VECTOR_CLONES void DeinterleaveT(const uint8_t* src, uint16_t* const* targets, int width) {
-  for (int x = 0; x < width; ++x)
-    for (int c = 0; c < N; ++c) targets[c][x] = src[x * N + c];
+MOX_VECTOR_CLONES void Interleave4(const uint16_t* __restrict__ a, const uint16_t* __restrict__ b,
+                                   const uint16_t* __restrict__ c, const uint16_t* __restrict__ d,
+                                   uint8_t* __restrict__ dst, int width) {
+  for (int x = 0; x < width; ++x) {
+    dst[x * 4] = static_cast<uint8_t>(a[x]);
+    dst[x * 4 + 1] = static_cast<uint8_t>(b[x]);
+    dst[x * 4 + 2] = static_cast<uint8_t>(c[x]);
+    dst[x * 4 + 3] = static_cast<uint8_t>(d[x]);
+  }
+}
+
+void Deinterleave3(const uint8_t* __restrict__ src, uint16_t* __restrict__ a, uint16_t* __restrict__ b,
+                   uint16_t* __restrict__ c, int width) {
+  int x = 0;
+  for (; x + 1 < width; ++x) {
+    uint32_t word;
+    std::memcpy(&word, src + x * 3, 4);
+    a[x] = static_cast<uint16_t>(word & 0xFF);
+    b[x] = static_cast<uint16_t>(word >> 8 & 0xFF);
+    c[x] = static_cast<uint16_t>(word >> 16 & 0xFF);
+  }
+  for (; x < width; ++x) {
+    a[x] = src[x * 3];
+    b[x] = src[x * 3 + 1];
+    c[x] = src[x * 3 + 2];
+  }
+}
+
+MOX_VECTOR_CLONES void Deinterleave4(const uint8_t* __restrict__ src, uint16_t* __restrict__ a,
+                                     uint16_t* __restrict__ b, uint16_t* __restrict__ c, uint16_t* __restrict__ d,
+                                     int width) {
+  for (int x = 0; x < width; ++x) {
+    a[x] = src[x * 4];
+    b[x] = src[x * 4 + 1];
+    c[x] = src[x * 4 + 2];
+    d[x] = src[x * 4 + 3];
+  }
 }
 
 // True when the codec's single plane is whole pixels of one-byte samples
@@ -245,8 +290,11 @@ void LineCodec::Decode(const SamplePlanes& planes, int width, int y, ComponentLi
     uint16_t* targets[4];
     for (int i = 0; i < components; ++i) targets[i] = lines.slot[steps[i].slot];
     const uint8_t* src = planes.data[0] + static_cast<long long>(y) * planes.stride[0];
-    if (components == 3) DeinterleaveT<3>(src, targets, width);
-    else DeinterleaveT<4>(src, targets, width);
+    if (components == 3) {
+      Deinterleave3(src, targets[0], targets[1], targets[2], width);
+    } else {
+      Deinterleave4(src, targets[0], targets[1], targets[2], targets[3], width);
+    }
     return;
   }
   for (int i = 0; i < stepCount; ++i) {
@@ -277,8 +325,11 @@ void LineCodec::Encode(const ComponentLines& lines, int width, int y, SamplePlan
     const uint16_t* sources[4];
     for (int i = 0; i < components; ++i) sources[i] = lines.slot[steps[i].slot];
     uint8_t* dst = planes.data[0] + static_cast<long long>(y) * planes.stride[0];
-    if (components == 3) InterleaveT<3>(sources, dst, width);
-    else InterleaveT<4>(sources, dst, width);
+    if (components == 3) {
+      Interleave3(sources[0], sources[1], sources[2], dst, width);
+    } else {
+      Interleave4(sources[0], sources[1], sources[2], sources[3], dst, width);
+    }
     return;
   }
   for (int i = 0; i < stepCount; ++i) {

@@ -11,13 +11,20 @@ namespace Corvane::Mox {
 
 namespace {
 
-// One output component of a line: m · (s0, s1, s2, 1), rounded and clamped.
-// Plain loops over contiguous arrays that the compiler vectorises.
-MOX_VECTOR_CLONES void MixLine(const float* row, const uint16_t* s0, const uint16_t* s1, const uint16_t* s2, uint16_t* out, int width,
-             float maximum) {
+// The three output components of a line: m · (s0, s1, s2, 1), rounded and
+// clamped. One pass converts each input once; the compiler vectorises it.
+MOX_VECTOR_CLONES void MixLine(const float* __restrict__ m, const uint16_t* __restrict__ s0, const uint16_t* __restrict__ s1,
+                               const uint16_t* __restrict__ s2,
+                               uint16_t* __restrict__ o0, uint16_t* __restrict__ o1, uint16_t* __restrict__ o2, int width,
+                               float maximum) {
   for (int x = 0; x < width; ++x) {
-    const float v = row[0] * s0[x] + row[1] * s1[x] + row[2] * s2[x] + row[3] + 0.5f;
-    out[x] = static_cast<uint16_t>(std::min(std::max(v, 0.0f), maximum));
+    const float a = s0[x], b = s1[x], c = s2[x];
+    const float v0 = m[0] * a + m[1] * b + m[2] * c + m[3] + 0.5f;
+    const float v1 = m[4] * a + m[5] * b + m[6] * c + m[7] + 0.5f;
+    const float v2 = m[8] * a + m[9] * b + m[10] * c + m[11] + 0.5f;
+    o0[x] = static_cast<uint16_t>(std::min(std::max(v0, 0.0f), maximum));
+    o1[x] = static_cast<uint16_t>(std::min(std::max(v1, 0.0f), maximum));
+    o2[x] = static_cast<uint16_t>(std::min(std::max(v2, 0.0f), maximum));
   }
 }
 
@@ -70,7 +77,7 @@ void CTwistStage::TransformLines(const SamplePlanes& input, SamplePlanes& output
   const float maximum = static_cast<float>(outputCodec_->GetMaximum());
   for (int y = firstLine; y < lastLine; ++y) {
     inputCodec_->Decode(input, width, y, in);
-    for (int c = 0; c < 3; ++c) MixLine(matrix_.m + c * 4, in.slot[0], in.slot[1], in.slot[2], out.slot[c], width, maximum);
+    MixLine(matrix_.m, in.slot[0], in.slot[1], in.slot[2], out.slot[0], out.slot[1], out.slot[2], width, maximum);
     if (inputCodec_->alpha) std::copy(in.slot[3], in.slot[3] + width, out.slot[3]);
     FillAlpha(out, width);
     outputCodec_->Encode(out, width, y, output);
