@@ -96,3 +96,20 @@ TEST(VideoFormatConverterLayout, PackedTenBitWordsHoldTheDocumentedBits) {
   ASSERT_TRUE(r210.result.Succeeded()) << r210.result.GetDetails();
   EXPECT_EQ(r210.bytes, (std::vector<uint8_t>{0x3F, 0xF0, 0x00, 0x00}));
 }
+
+TEST(VideoFormatConverterLayout, BottomUpPackedRgbIsReadFromItsLastLine) {
+  // Two lines of one BGR pixel each; planar G, B, R comes out in picture order.
+  RObject<CVideoProperties> rgb(Describe(Code("24BG"), 1, 2));
+  const std::vector<uint8_t> lines = {1, 2, 3, 4, 5, 6};
+  auto planar = [](bool bottomUp) {
+    return [bottomUp](CVideoFormatConverter* c) {
+      c->SetProperty(Settings::MatrixCoefficients, 0);
+      c->SetProperty(Settings::BottomUp, bottomUp);
+    };
+  };
+  Conversion topDown = Convert(rgb, lines, Code("I444"), planar(false));
+  Conversion bottomUp = Convert(rgb, lines, Code("I444"), planar(true));
+  ASSERT_TRUE(topDown.result.Succeeded() && bottomUp.result.Succeeded());
+  EXPECT_EQ(topDown.bytes, (std::vector<uint8_t>{2, 5, 1, 4, 3, 6}));
+  EXPECT_EQ(bottomUp.bytes, (std::vector<uint8_t>{5, 2, 4, 1, 6, 3}));
+}
