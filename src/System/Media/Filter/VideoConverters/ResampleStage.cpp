@@ -47,6 +47,10 @@ const std::vector<CStage::Row>& CResampleStage::GetStageMap() {
   return map;
 }
 
+bool CResampleStage::NeedsNeighbourLines() const {
+  return !inputCodec_ || !outputCodec_ || inputCodec_->verticalFactor != outputCodec_->verticalFactor;
+}
+
 bool CResampleStage::Offers(const Row& row, const CVideoProperties* input) const {
   const int target = GetTarget().subsampling;
   if (PixelFormatDescriptor::GetSubsampling(row.output.format) != target) return false;

@@ -19,6 +19,7 @@ class CResampleStage : public CStage {
   static constexpr unsigned int StageType = FourCC("smpl");
   CResampleStage();
   static const std::vector<Row>& GetStageMap();
+  bool NeedsNeighbourLines() const override;
 
   // The taps of one direction: for each output sample, width input indices
   // (clamped to the picture, so edges repeat) and their weights; only taps

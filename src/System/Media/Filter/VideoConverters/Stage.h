@@ -76,6 +76,11 @@ class CStage : public CObject {
   // Converts a whole picture on the calling thread.
   Result Transform(CPixelDataReference* input, CPixelDataReference* output) const;
 
+  // Whether output lines need input lines other than their own (vertical
+  // resampling); after Begin. Stages that do not can run band by band right
+  // behind the stage before them.
+  virtual bool NeedsNeighbourLines() const { return false; }
+
   // A stage of a type tag with its map; null for an unknown tag.
   static CStage* Create(unsigned int stageType);
 

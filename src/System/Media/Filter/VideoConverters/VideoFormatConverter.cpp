@@ -29,6 +29,11 @@ namespace Corvane::Mox {
 
 using Settings = CodeBookProperty::VideoFormatConverter;
 
+// Lines of a band when the whole chain runs band by band: small enough that
+// a band of every intermediate stays in the cache, a multiple of the band
+// alignment.
+constexpr int kChainedBandLines = 32;
+
 namespace {
 
 using Row = CVideoFormatConverter::Row;
@@ -178,15 +183,20 @@ Result CVideoFormatConverter::Finalize() {
   return CVideoConverter::Finalize();
 }
 
-Result CVideoFormatConverter::RunStage(const CStage* stage, const SamplePlanes& input, SamplePlanes& output) {
-  const int height = stage->GetOutput()->GetHeight();
-  const int threads = workers_ ? workers_->GetThreadCount() : 1;
-  // Two bands per thread even out lines of unequal cost; tiny pictures take one.
-  int lines = (height + threads * 2 - 1) / (threads * 2);
-  lines = std::max(CStage::BandAlignment * 8, (lines + CStage::BandAlignment - 1) / CStage::BandAlignment * CStage::BandAlignment);
+Result CVideoFormatConverter::RunBands(int first, int last, std::vector<SamplePlanes>& planes, int lines) {
+  std::vector<RObject<CStage>> stages;
+  for (int i = first; i < last; ++i) {
+    CStage* stage = nullptr;
+    stages_->Get(i, stage);
+    stages.emplace_back(stage);  // Get hands out a reference
+  }
+  const int height = stages.back()->GetOutput()->GetHeight();
   const int bands = (height + lines - 1) / lines;
   std::vector<Result> results(static_cast<size_t>(bands));
-  auto work = [&](int band) { results[band] = stage->Transform(input, output, band * lines, (band + 1) * lines); };
+  auto work = [&](int band) {
+    for (size_t i = 0; i < stages.size() && results[band].Succeeded(); ++i)
+      results[band] = stages[i]->Transform(planes[first + i], planes[first + i + 1], band * lines, (band + 1) * lines);
+  };
   if (workers_) {
     workers_->Run(bands, work);
   } else {
@@ -210,31 +220,41 @@ Result CVideoFormatConverter::Convert(CVideoSample* sample, CVideoSample*& conve
     CDataReference* reference;
     ~Unlock() { reference->Unlock(); }
   } unlock{source};
-  SamplePlanes in;
-  const auto bottomUp = [&](const CVideoProperties* p) { return bottomUp_ && PixelFormatDescriptor::IsRgb(p->GetFormat()); };
-  Result got = CStage::Buffer::GetSamplePlanes(source, GetInputProperties(), bottomUp(GetInputProperties()), in);
-  if (got.Failed()) return got;
-  // The previous stage's buffer stays held until the next one has read it.
-  RObject<CPixelBufferDataReference> previous;
   const int count = stages_->GetCount();
+  std::vector<SamplePlanes> planes(static_cast<size_t>(count) + 1);
+  const auto bottomUp = [&](const CVideoProperties* p) { return bottomUp_ && PixelFormatDescriptor::IsRgb(p->GetFormat()); };
+  Result got = CStage::Buffer::GetSamplePlanes(source, GetInputProperties(), bottomUp(GetInputProperties()), planes[0]);
+  if (got.Failed()) return got;
+  // Every stage's buffer from the pools, the last one the output picture.
+  std::vector<RObject<CPixelBufferDataReference>> buffers;
+  bool lineLocal = true;  // every stage after the first works on its own lines
   for (int i = 0; i < count; ++i) {
     CStage* stage = nullptr;
     stages_->Get(i, stage);
-    RObject<CStage> heldStage(stage);  // Get hands out a reference
+    RObject<CStage> held(stage);  // Get hands out a reference
+    lineLocal &= i == 0 || !stage->NeedsNeighbourLines();
     const bool last = i == count - 1;
     const CVideoProperties* described = last ? GetOutputProperties() : stage->GetOutput();
-    RObject<CPixelBufferDataReference> target(context->GetPool(described)->Get());
-    if (!target) return ResultOutOfMemory();
-    SamplePlanes out;
-    got = CStage::Buffer::GetSamplePlanes(target, described, last && bottomUp(described), out);
+    buffers.emplace_back(context->GetPool(described)->Get());
+    if (!buffers.back()) return ResultOutOfMemory();
+    got = CStage::Buffer::GetSamplePlanes(buffers.back(), described, last && bottomUp(described), planes[i + 1]);
     if (got.Failed()) return got;
-    Result ran = RunStage(stage, in, out);
-    if (ran.Failed()) return ran;
-    in = out;
-    previous = target;
   }
+  const int height = GetOutputProperties()->GetHeight();
+  const int threads = workers_ ? workers_->GetThreadCount() : 1;
+  if (lineLocal) {
+    // The whole chain runs band by band, so a band's intermediate lines are
+    // still in the cache when the next stage reads them.
+    got = RunBands(0, count, planes, kChainedBandLines);
+  } else {
+    // Stage by stage, two bands per thread to even out lines of unequal cost.
+    int lines = (height + threads * 2 - 1) / (threads * 2);
+    lines = std::max(kChainedBandLines, (lines + CStage::BandAlignment - 1) / CStage::BandAlignment * CStage::BandAlignment);
+    for (int i = 0; i < count && got.Succeeded(); ++i) got = RunBands(i, i + 1, planes, lines);
+  }
+  if (got.Failed()) return got;
   RObject<CVideoSample> result(new CVideoSample(0, sample->GetDuration(), 0));
-  result->SetDataReference(previous);
+  result->SetDataReference(buffers.back());
   Result copied = CopySampleMetadata(result, sample);
   if (copied.Failed()) return copied;
   converted = result.Detach();

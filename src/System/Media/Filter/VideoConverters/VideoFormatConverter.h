@@ -8,6 +8,7 @@
 // on worker threads.
 
 #include <memory>
+#include <vector>
 
 #include "System/Media/Filter/Converters.h"
 
@@ -53,7 +54,9 @@ class CVideoFormatConverter : public CVideoConverter {
 
  private:
   int GetSetting(const PropertyName& name, int fallback) const;
-  Result RunStage(const CStage* stage, const SamplePlanes& input, SamplePlanes& output);
+  // Runs stages [first, last) over bands of lines lines each: planes[i] is
+  // the input of stage i.
+  Result RunBands(int first, int last, std::vector<SamplePlanes>& planes, int lines);
 
   RObject<CList<CStage>> stages_;
   std::unique_ptr<CBandWorkers> workers_;
