@@ -198,21 +198,13 @@ void ScatterGeneral(const LineCodec& codec, const LineCodec::Step& step, const u
 
 unsigned StepMask(int slot) { return slot < 0 ? LineCodec::All : 1u << slot; }
 
-// Whole pixels of three or four one-byte components (packed RGB, "v308", "v408"): one
-// pass over the line moves every component, which the compiler vectorises
-// with shuffles; strided passes per component would touch each byte N times.
-// Three-byte pixels do not vectorise as groups; one four-byte store per
-// pixel (its spare byte overwritten by the next pixel) does a third of the
-// stores. The last pixel is written byte by byte to stay inside the line.
-void Interleave3(const uint16_t* __restrict__ a, const uint16_t* __restrict__ b, const uint16_t* __restrict__ c,
-                 uint8_t* __restrict__ dst, int width) {
-  int x = 0;
-  for (; x + 1 < width; ++x) {
-    const uint32_t word = static_cast<uint32_t>(a[x] & 0xFF) | static_cast<uint32_t>(b[x] & 0xFF) << 8 |
-                          static_cast<uint32_t>(c[x] & 0xFF) << 16;
-    std::memcpy(dst + x * 3, &word, 4);
-  }
-  for (; x < width; ++x) {
+// Whole pixels of three or four one-byte components (packed RGB, "v308",
+// "v408"): one pass over the line moves every component, which the compiler
+// vectorises with shuffles (in the x86-64-v3 clones); strided passes per
+// component would touch each byte three or four times.
+MOX_VECTOR_CLONES void Interleave3(const uint16_t* __restrict__ a, const uint16_t* __restrict__ b,
+                                   const uint16_t* __restrict__ c, uint8_t* __restrict__ dst, int width) {
+  for (int x = 0; x < width; ++x) {
     dst[x * 3] = static_cast<uint8_t>(a[x]);
     dst[x * 3 + 1] = static_cast<uint8_t>(b[x]);
     dst[x * 3 + 2] = static_cast<uint8_t>(c[x]);
@@ -230,17 +222,9 @@ MOX_VECTOR_CLONES void Interleave4(const uint16_t* __restrict__ a, const uint16_
   }
 }
 
-void Deinterleave3(const uint8_t* __restrict__ src, uint16_t* __restrict__ a, uint16_t* __restrict__ b,
-                   uint16_t* __restrict__ c, int width) {
-  int x = 0;
-  for (; x + 1 < width; ++x) {
-    uint32_t word;
-    std::memcpy(&word, src + x * 3, 4);
-    a[x] = static_cast<uint16_t>(word & 0xFF);
-    b[x] = static_cast<uint16_t>(word >> 8 & 0xFF);
-    c[x] = static_cast<uint16_t>(word >> 16 & 0xFF);
-  }
-  for (; x < width; ++x) {
+MOX_VECTOR_CLONES void Deinterleave3(const uint8_t* __restrict__ src, uint16_t* __restrict__ a,
+                                     uint16_t* __restrict__ b, uint16_t* __restrict__ c, int width) {
+  for (int x = 0; x < width; ++x) {
     a[x] = src[x * 3];
     b[x] = src[x * 3 + 1];
     c[x] = src[x * 3 + 2];
