@@ -191,7 +191,7 @@
 #include "wfl/wfl/wflLexer.h"
 #include "wfl/wfl/wflParser.h"
 #include "wfl/ResultParserError.h"
-#include "wfl/WeightedDirectedGraph.h"
+#include "System/Collections/WeightedDirectedGraph.h"
 #include "wfl/EvaluationBudget.h"
 #include "wfl/SymbolValue.h"
 #include "wfl/ScalarValues.h"

@@ -7,7 +7,7 @@
 // payload is the CConnectionValue describing it.
 
 #include "wfl/ObjectValue.h"
-#include "wfl/WeightedDirectedGraph.h"
+#include "System/Collections/WeightedDirectedGraph.h"
 
 namespace Corvane::Mox {
 class CIndexer;

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "wfl/TopologyNode.h"
-#include "wfl/WeightedDirectedGraph.h"
+#include "System/Collections/WeightedDirectedGraph.h"
 
 namespace Corvane::Mox {
 class CStream;

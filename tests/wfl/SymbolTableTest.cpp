@@ -5,7 +5,7 @@
 #include "wfl/AstNode.h"
 #include "wfl/Symbol.h"
 #include "wfl/SymbolDictionary.h"
-#include "wfl/WeightedDirectedGraph.h"
+#include "System/Collections/WeightedDirectedGraph.h"
 
 using namespace Corvane::Mox;
 using namespace Corvane::Mox::WFL;

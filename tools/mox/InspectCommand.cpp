@@ -88,9 +88,17 @@ void ForEachBag(CProperties* bag, Visit visit) {
   }
 }
 
+// The code's characters, or its hexadecimal value when some are not
+// printable (the numbered packed RGB codes such as 0x00000018).
 std::string FourText(unsigned int code) {
   char text[5];
   FourCCToChars(code, text);
+  for (int i = 0; i < 4; ++i)
+    if (static_cast<unsigned char>(text[i]) < 0x20 || static_cast<unsigned char>(text[i]) > 0x7E) {
+      char hex[11];
+      std::snprintf(hex, sizeof(hex), "0x%08x", code);
+      return hex;
+    }
   return std::string(text, 4);
 }
 

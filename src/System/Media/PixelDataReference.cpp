@@ -1,5 +1,6 @@
 #include "System/Media/PixelDataReference.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "System/ByteArray.h"
@@ -28,7 +29,9 @@ Result CPixelDataReference::GetSamplePlanes(unsigned int format, bool bottomUp, 
     // Later planes keep the first plane's padding in proportion to their bytes per pixel.
     long long scaled = static_cast<long long>(stride0) * p.blockBytes * first.blockWidth;
     long long divisor = static_cast<long long>(p.blockWidth) * first.blockBytes;
-    int stride = static_cast<int>((scaled + divisor - 1) / divisor);
+    // Never below the plane's own natural stride: with odd widths the
+    // proportional stride of a chroma plane can round below its whole blocks.
+    int stride = std::max(static_cast<int>((scaled + divisor - 1) / divisor), layout->GetStride(i, area.width));
     int height = layout->GetPlaneHeight(i, area.height);
     long long size = static_cast<long long>(stride) * height;
     if (offset + size > length) return ResultBufferTooSmall();

@@ -11,7 +11,14 @@ TEST(MoxInspect, AFilterShowsItsFamilyAndTheFilterBaseProperties) {
   const ToolRun run = RunMox({"inspect", "vfc"});
   ASSERT_EQ(run.exitStatus, 0) << run.err;
   EXPECT_EQ(run.out.rfind("'vfc ' Video Format Converter\n  family:      Video Converters\n", 0), 0u) << run.out;
-  EXPECT_NE(run.out.find("  available:   no\n"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("  available:   yes\n"), std::string::npos) << run.out;
+  // Its own properties come first, the filter base's after them.
+  EXPECT_NE(run.out.find("    BitDepth (type:   Int32), default (none)\n"
+                         "      The bit dpeth to be reflected on the output properties.\n"),
+            std::string::npos)
+      << run.out;
+  // Numbered codes are shown in hexadecimal.
+  EXPECT_NE(run.out.find("  input formats:  '0x00000018', "), std::string::npos) << run.out;
   EXPECT_NE(run.out.find("    OutputFormat (Four), default (none)\n"
                          "      Four character code that specifies the output video stream format\n"),
             std::string::npos)

@@ -22,6 +22,7 @@
 #include "System/Media/Filter/AudioDecompressors/G726Decompressor.h"
 #include "System/Media/Filter/AudioDecompressors/ImaAdpcmDecompressor.h"
 #include "System/Media/Filter/FilterFamilies.h"
+#include "System/Media/Filter/VideoConverters/VideoFormatConverter.h"
 #include "System/Media/Inventory/ComponentInventory.h"
 #include "System/Media/Package/Package.h"
 #include "System/Media/Signal/SignalReader.h"
