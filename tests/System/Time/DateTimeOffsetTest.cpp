@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <ctime>
 #include <string>
 
@@ -177,10 +178,15 @@ TEST(DateTimeOffsetTest, ParsingKeepsTheWrittenOffset) {
 
 TEST(DateTimeOffsetTest, ClocksReadTheSystemTime) {
   ScopedTimeZone zone("XST-5:30");
-  long long before = static_cast<long long>(std::time(nullptr));
+  // The precise system clock: time() reads a coarse copy of it that can lag
+  // a few milliseconds behind, across a second's boundary.
+  auto seconds = [] {
+    return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch()).count();
+  };
+  long long before = seconds();
   DateTimeOffset utc = DateTimeOffset::UtcNow();
   DateTimeOffset local = DateTimeOffset::Now();
-  long long after = static_cast<long long>(std::time(nullptr));
+  long long after = seconds();
   EXPECT_EQ(utc.GetOffsetTicks(), 0);
   EXPECT_EQ(local.GetOffset(), 19800);
   EXPECT_GE(utc.GetSecondsSince1970(), before);

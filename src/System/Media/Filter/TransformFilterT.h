@@ -47,6 +47,10 @@ class CTransformFilterT : public K {
     const unsigned int format = SelectOutputFormat();
     return format ? CreateOutputProperties(format) : nullptr;
   }
+  // The one-track forms beside the indexed ones of the base.
+  using K::GetInputMedia;
+  using K::IsInputMediaReady;
+  using K::IsOutputMediaReady;
   CMediaProperties* GetInputMedia() const { return this->GetInputMedia(0); }
   CMediaProperties* GetOutputMedia() const { return GetOutputMedia(0); }
   void SetOutputFormat(unsigned int format) {
