@@ -27,5 +27,11 @@ if command -v ffmpeg >/dev/null 2>&1; then
   if [ "$a" = "$b" ]; then echo "ffmpeg: the copy's frames are identical to the source's"; else echo "ffmpeg: the frames differ" >&2; exit 1; fi
 fi
 echo
+echo "== conversions: 24-bit WAV to 16-bit, 4:2:0 pictures to packed UYVY"
+"$build/bin/mox" run examples/wfl/convert-audio.wfl -D "input='examples/media/tone.wav'" -D "output='$out/tone16.wav'"
+"$build/bin/mox" probe "$out/tone16.wav" | head -6
+"$build/bin/mox" run examples/wfl/convert-video.wfl -D "input='examples/media/clip.y4m'" -D "output='$out/clip-uyvy.raw'"
+echo "clip-uyvy.raw: $(stat -c %s "$out/clip-uyvy.raw") bytes (25 pictures of 64x48 at 2 bytes a pixel)"
+echo
 echo "== what this build can create"
 "$build/bin/mox" catalog | head -5

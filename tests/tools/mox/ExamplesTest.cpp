@@ -48,3 +48,38 @@ TEST(MoxExamples, CopyJobCopiesTheShippedClip) {
   ASSERT_GT(a.size(), 0u);
   EXPECT_EQ(a.substr(a.find("FRAME")), b.substr(b.find("FRAME")));
 }
+
+TEST(MoxExamples, AudioConversionTurnsTheShippedToneInto16BitAndFloat) {
+  const std::string tone = std::string(MOX_TEST_SOURCE_DIR) + "/examples/media/tone.wav";
+  const std::string base = "/tmp/mox-example-tone-" + std::to_string(::getpid());
+  const ToolRun run = RunMox({"run", Example("convert-audio.wfl"), "-D", "input='" + tone + "'", "-D",
+                              "output='" + base + "-16.wav'"});
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  EXPECT_EQ(run.out, "audio track 0: 2 channels at 48000 Hz, 24 bits\n");
+  const ToolRun floats = RunMox({"run", Example("convert-audio.wfl"), "-D", "input='" + tone + "'", "-D",
+                                 "output='" + base + "-f.wav'", "-D", "format='23lf'"});
+  ASSERT_EQ(floats.exitStatus, 0) << floats.err;
+  std::ifstream a(base + "-16.wav", std::ios::binary | std::ios::ate), b(base + "-f.wav", std::ios::binary | std::ios::ate);
+  // 4,800 stereo frames: two bytes a value, then four (plus the headers).
+  const long long shorts = a.tellg(), singles = b.tellg();
+  std::remove((base + "-16.wav").c_str());
+  std::remove((base + "-f.wav").c_str());
+  EXPECT_GE(shorts, 4800 * 4);
+  EXPECT_LT(shorts, 4800 * 4 + 200);
+  EXPECT_GE(singles, 4800 * 8);
+  EXPECT_LT(singles, 4800 * 8 + 200);
+}
+
+TEST(MoxExamples, VideoConversionPacksTheShippedClipAsUyvy) {
+  const std::string output = "/tmp/mox-example-uyvy-" + std::to_string(::getpid()) + ".raw";
+  const std::string clip = std::string(MOX_TEST_SOURCE_DIR) + "/examples/media/clip.y4m";
+  const ToolRun run = RunMox({"run", Example("convert-video.wfl"), "-D", "input='" + clip + "'", "-D", "output='" + output + "'"});
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  std::ifstream raw(output, std::ios::binary);
+  const std::string bytes((std::istreambuf_iterator<char>(raw)), {});
+  std::remove(output.c_str());
+  // 25 pictures of 64x48 at two bytes a pixel; UYVY puts chroma first, so the
+  // bytes alternate between chroma near 128 and luma.
+  ASSERT_EQ(bytes.size(), 25u * 64 * 48 * 2);
+  EXPECT_NE(bytes[0], bytes[1]);
+}
