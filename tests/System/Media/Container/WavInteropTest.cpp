@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <regex>
+#include <cctype>
 #include <sstream>
 #include <string>
 
@@ -86,9 +86,15 @@ std::string AudioMd5(const std::string& path) { return RunTool("ffmpeg -v error 
 
 // The first number after `"key": ` in the JSON text, or "".
 std::string JsonNumber(const std::string& json, const std::string& key) {
-  std::smatch match;
-  if (!std::regex_search(json, match, std::regex("\"" + key + "\": (-?[0-9]+)"))) return "";
-  return match[1];
+  const std::string marker = "\"" + key + "\": ";
+  for (size_t at = json.find(marker); at != std::string::npos; at = json.find(marker, at + 1)) {
+    size_t end = at + marker.size();
+    if (end < json.size() && json[end] == '-') ++end;
+    const size_t digits = end;
+    while (end < json.size() && std::isdigit(static_cast<unsigned char>(json[end]))) ++end;
+    if (end > digits) return json.substr(at + marker.size(), end - at - marker.size());
+  }
+  return "";
 }
 
 int Count(const std::string& text, const std::string& what) {
