@@ -29,6 +29,8 @@ constexpr int WaitStepMilliseconds = 100;
 CContainerReaderTopologyNode::CContainerReaderTopologyNode(CIndexer* indexer, bool indexerStarted)
     : CReaderTopologyNode(indexer), started_(false), indexerStarted_(indexerStarted) {}
 
+CContainerReaderTopologyNode::~CContainerReaderTopologyNode() { CReaderTopologyNode::End(); }
+
 CIndexer* CContainerReaderTopologyNode::GetIndexer() const { return static_cast<CIndexer*>(GetComponent()); }
 
 CContainerReader* CContainerReaderTopologyNode::GetContainerReader() const {
@@ -68,7 +70,10 @@ CMediaSample* CContainerReaderTopologyNode::ReadSampleData(int output) {
                                           : indexer->GetSubtitleMediaIndexer(index);
   if (!media) return nullptr;
   int& position = positions_[output];
-  while (media->GetSampleCount() <= position && !media->IsComplete()) media->WaitForSample(WaitStepMilliseconds);
+  while (media->GetSampleCount() <= position && !media->IsComplete()) {
+    if (IsStopping()) return nullptr;
+    media->WaitForSample(WaitStepMilliseconds);
+  }
   if (position >= media->GetSampleCount()) {
     // The index is complete: a reader that failed says so instead of ending quietly.
     media->GetResult().ThrowIfFailed();

@@ -19,6 +19,8 @@ class CContainerReaderTopologyNode : public CReaderTopologyNode {
   // indexerStarted tells whether the indexer has been begun already (the
   // script's reader values begin theirs when they are created).
   CContainerReaderTopologyNode(CIndexer* indexer, bool indexerStarted);
+  // Ends the read-ahead tracks, which read through this node.
+  ~CContainerReaderTopologyNode() override;
 
   CIndexer* GetIndexer() const;  // borrowed
   CContainerReader* GetContainerReader() const;  // borrowed

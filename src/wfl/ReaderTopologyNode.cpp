@@ -13,6 +13,7 @@ CReaderTopologyNode::~CReaderTopologyNode() {
 
 Result CReaderTopologyNode::Begin() {
   if (!tracks_.empty()) return ResultFalse();
+  stopping_.store(false, std::memory_order_release);
   const int outputs = std::min(GetOutputMediaCount(), MaxOutputs);
   for (int output = 0; output < outputs; ++output) {
     tracks_.push_back(new CReaderTrack(this, output));
@@ -45,6 +46,7 @@ CMediaSample* CReaderTopologyNode::ReadSample(int output) {
 }
 
 void CReaderTopologyNode::Stop() {
+  stopping_.store(true, std::memory_order_release);
   for (CReaderTrack* track : tracks_) track->Stop();
 }
 

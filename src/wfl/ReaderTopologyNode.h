@@ -4,6 +4,7 @@
 // CReaderTrack on a thread of its own; the kinds of reader say how the next
 // sample of an output is produced (ReadSampleData).
 
+#include <atomic>
 #include <vector>
 
 #include "wfl/TopologyNode.h"
@@ -37,10 +38,17 @@ class CReaderTopologyNode : public CTopologyNode {
   virtual int GetOutputIndex(unsigned int kind, int index) = 0;
   // Produces the next sample of an output (acquired), or null at its end;
   // called on the output's read-ahead thread. Failures are raised.
+  // Because the read-ahead threads call it, a subclass that implements it
+  // ends the tracks in its own destructor (End), before its part is gone.
   virtual CMediaSample* ReadSampleData(int output) = 0;
+
+ protected:
+  // True once Stop was called: a ReadSampleData that waits gives up.
+  bool IsStopping() const { return stopping_.load(std::memory_order_acquire); }
 
  private:
   std::vector<CReaderTrack*> tracks_;
+  std::atomic<bool> stopping_{false};
 };
 
 }  // namespace Corvane::Mox::WFL

@@ -9,6 +9,7 @@ namespace Corvane::Mox::WFL {
 class CSignalReaderTopologyNode : public CReaderTopologyNode {
  public:
   explicit CSignalReaderTopologyNode(CObject* signalReader) : CReaderTopologyNode(signalReader) {}
+  ~CSignalReaderTopologyNode() override { End(); }
 
   CObject* GetSignalReader() const { return GetComponent(); }  // borrowed
   int GetOutputIndex(unsigned int, int index) override { return index; }

@@ -41,6 +41,7 @@ class CCountingReaderNode : public CReaderTopologyNode {
       : CReaderTopologyNode(nullptr), samples_(samples), endless_(endless), reads_(outputs) {
     for (auto& reads : reads_) reads = 0;
   }
+  ~CCountingReaderNode() override { End(); }
   int GetOutputMediaCount() override { return static_cast<int>(reads_.size()); }
   CMediaProperties* GetOutputMedia(int output) override {
     return output >= 0 && output < GetOutputMediaCount() ? MakePicture(samples_) : nullptr;
