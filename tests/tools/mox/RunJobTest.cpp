@@ -194,22 +194,9 @@ TEST_F(MoxRunJob, ConvertFailuresAreOneLineWithTheirStatus) {
 
 }  // namespace
 
-// A node that delivers nothing for longer than --stall-warning is named once
-// on standard error; 0 turns the warning off. A millisecond is shorter than
-// any gap between two pictures reaching the writer, so the warning must come.
-TEST_F(MoxRunJob, StallWarningNamesTheWaitingNodeOnceAndZeroSilencesIt) {
-  // Long enough (40 HD pictures) for the progress to be looked at.
-  const std::string hd = dir_.File("hd.y4m");
-  ASSERT_TRUE(WriteSparseY4m(hd, 40));
-  std::vector<std::string> eager = {"run", script_, "-D", "input='" + hd + "'", "-D",
-                                    "output='" + dir_.File("eager.y4m") + "'", "--stall-warning", "0.001"};
-  const ToolRun warned = RunMox(eager);
-  ASSERT_EQ(warned.exitStatus, 0) << warned.err;
-  const size_t first = warned.err.find("mox: warning: '");
-  ASSERT_NE(first, std::string::npos) << warned.err;
-  EXPECT_NE(warned.err.find("' has delivered nothing for ", first), std::string::npos) << warned.err;
-  EXPECT_EQ(warned.err.find("mox: warning:", first + 1), std::string::npos) << "warned once";
-
+// The warning itself is driven by a held filter in StallWarningTest; here the
+// command line: 0 switches it off and a negative limit is a usage error.
+TEST_F(MoxRunJob, StallWarningZeroSilencesItAndANegativeLimitIsAUsageError) {
   std::vector<std::string> silent = CopyArguments(dir_.File("silent.y4m"));
   silent.insert(silent.end(), {"--stall-warning", "0"});
   const ToolRun quiet = RunMox(silent);
@@ -218,6 +205,7 @@ TEST_F(MoxRunJob, StallWarningNamesTheWaitingNodeOnceAndZeroSilencesIt) {
 
   const ToolRun negative = RunMox({"run", script_, "--stall-warning", "-1"});
   EXPECT_EQ(negative.exitStatus, 2);
+  EXPECT_NE(negative.err.find("--stall-warning"), std::string::npos) << negative.err;
 }
 
 // Ctrl-C stops a long copy: mox ends the output cleanly (whole frames, a
@@ -240,7 +228,7 @@ TEST_F(MoxRunJob, InterruptStopsTheJobWithStatus130AndAReadableOutput) {
     _exit(127);
   }
   // Interrupt once some pictures are out, long before the copy could end.
-  for (int i = 0; i < 200 && (!std::ifstream(output) || std::ifstream(output, std::ios::ate).tellg() < (1 << 24)); ++i)
+  for (int i = 0; i < 2000 && (!std::ifstream(output) || std::ifstream(output, std::ios::ate).tellg() < (1 << 24)); ++i)
     usleep(10000);
   kill(pid, SIGINT);
   int status = 0;
