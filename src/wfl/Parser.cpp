@@ -105,6 +105,19 @@ CTopology* CParser::ParseFile(CString* path, Variables* variables) {
 }
 
 CTopology* CParser::Parse(const char* text, const char* path, Variables* variables) {
+  try {
+    return ParseInScopes(text, path, variables);
+  } catch (...) {
+    // Components the script created before it failed live in the
+    // process-wide graph and tables; a reader among them indexes on its own
+    // threads. Nothing will build a topology from them, so they are released
+    // here (joining those threads) instead of leaking into the next script.
+    ReleaseInterpreterState();
+    throw;
+  }
+}
+
+CTopology* CParser::ParseInScopes(const char* text, const char* path, Variables* variables) {
   RObject<CSymbolDictionary> hostScope(new CSymbolDictionary());
   CAstNode::CAutoScope host(hostScope);
   PopulateSymbolTable(variables);

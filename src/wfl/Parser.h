@@ -65,8 +65,11 @@ class CParser : public CObject {
   static LogCallback GetLogCallback();
 
  private:
-  // Runs text (or the file at path) with the host and script scopes pushed.
+  // Runs text (or the file at path) and builds its topology; when either
+  // fails, the interpreter state goes with the failure.
   CTopology* Parse(const char* text, const char* path, Variables* variables);
+  // The run itself, with the host and script scopes pushed.
+  CTopology* ParseInScopes(const char* text, const char* path, Variables* variables);
 
   CSymbolDictionary* symbols_;
   int diagnosticCount_;

@@ -100,7 +100,7 @@ class WflParserTest : public LeakCheckedTest {
   void TearDown() override {
     topology_.Clear();
     parser_.Clear();
-    // Scripts that fail leave their state behind: the host would release it.
+    // A test that stops midway may leave a script's state behind.
     ReleaseInterpreterState();
     CParser::SetLogCallback(previousSink_);
     Console::SetLogCallback(&Console::DefaultLog);
@@ -277,6 +277,24 @@ TEST_F(WflParserTest, AProbedReaderShowsItsTracksWithTheirDescriptions) {
                              "println(v.pixelAspectRatio.x); println(v.pixelAspectRatio.y); println(r.tracks.audio['0']);";
   Parse(script.c_str());
   EXPECT_EQ(g_printed, "4\n2\nI422\n30000\n1001\n2\n10\n11\n(null)\n");
+  std::filesystem::remove(path);
+}
+
+TEST_F(WflParserTest, AScriptThatFailsTakesItsComponentsAlongInsteadOfLeavingThemToTheNext) {
+  const std::string path =
+      (std::filesystem::temp_directory_path() / ("mox-failing-" + std::to_string(getpid()) + ".y4m")).string();
+  std::string bytes = "YUV4MPEG2 W4 H2 F25:1 C444\n";
+  for (int f = 0; f < 3; ++f) bytes += "FRAME\n" + std::string(24, 'x');
+  std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  // The reader is created (and starts indexing) before the script fails.
+  const std::string script = "var r = new ContainerReader('" + path + "'); var c = new AudioConverter('pda1'); r -> c;";
+  ParseFailing(script.c_str());
+  EXPECT_EQ(CComponentValue::GetComponentGraph()->GetNodes()->GetCount(), 0);
+  // The next script starts from a clean slate: its topology has its own two components.
+  const std::string copy = "var r = new ContainerReader('" + path + "'); var w = new ContainerWriter('" + path +
+                           ".out.y4m'); r.tracks.video['0'] -> w;";
+  Parse(copy.c_str());
+  EXPECT_EQ(topology_->GetNodes()->GetCount(), 2);
   std::filesystem::remove(path);
 }
 
