@@ -48,8 +48,9 @@ Result CReaderTrack::ReadAhead() {
       // that the consumer can take what is queued meanwhile.
       CMediaSample* sample = node_->ReadSampleData(output_);
       CAutoLock lock(this);
+      // Only a consumer facing an empty queue can be waiting for this one.
+      if (queue_.empty()) NotifyAll();
       queue_.push_back(sample);
-      NotifyAll();
       if (!sample) break;
     }
   } catch (const Result& failure) {
@@ -68,14 +69,21 @@ CMediaSample* CReaderTrack::ReadSample() {
   while (queue_.empty() && running_ && !readerDone_) Wait();
   CMediaSample* sample = nullptr;
   if (!queue_.empty()) {
+    // Only a full queue holds the read-ahead thread back; it is woken once
+    // the queue has drained to one entry, so that it reads ahead several
+    // samples per wake-up instead of one.
+    if (static_cast<int>(queue_.size()) >= Capacity) refillPending_ = true;
     sample = queue_.front();
     queue_.pop_front();
+    if (refillPending_ && queue_.size() <= 1) {
+      refillPending_ = false;
+      NotifyAll();
+    }
   } else if (failure_.Failed()) {
     end_ = true;
     NotifyAll();
     throw failure_;
   }
-  NotifyAll();
   if (!sample) end_ = true;
   return sample;
 }

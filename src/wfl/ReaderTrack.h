@@ -48,6 +48,7 @@ class CReaderTrack : public CObject {
   bool running_;
   bool end_;
   bool readerDone_;  // the read-ahead thread has queued the end or failed
+  bool refillPending_ = false;  // the queue was full; the read-ahead thread may wait
   Result failure_;
   CThread* thread_;
 };

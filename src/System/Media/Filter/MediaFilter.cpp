@@ -332,18 +332,27 @@ CMediaFilterTrack* CMediaFilter::Checked(const Tracks& tracks, int index, const 
   return track;
 }
 
+// Producers wait for room (no full queue) and consumers for samples (a
+// non-empty queue) on the one monitor, so only the changes that can end such
+// a wait notify: a queue that was empty gains a sample, a queue that was full
+// has drained (see CMediaFilterTrack::Dequeue). Waking both sides on every
+// sample made each hand-over cost several futile wake-ups; producers still
+// poll, so a missed announcement costs time, never progress.
 void CMediaFilter::Enqueue(Tracks& tracks, int index, CMediaSample* sample) {
   MonitorScope scope(monitor_);
-  Checked(tracks, index, "track index %d out of range")->Enqueue(sample);
-  monitor_->NotifyAll().ThrowIfFailed();
+  CMediaFilterTrack* track = Checked(tracks, index, "track index %d out of range");
+  const bool wasEmpty = track->IsMediaEmpty();
+  track->Enqueue(sample);
+  if (wasEmpty) monitor_->NotifyAll().ThrowIfFailed();
 }
 
 CMediaSample* CMediaFilter::Dequeue(Tracks& tracks, int index) {
   MonitorScope scope(monitor_);
   CMediaFilterTrack* track = Checked(tracks, index, "Track index %d out of range.");
-  // Taking a sample frees room for a producer.
-  monitor_->NotifyAll().ThrowIfFailed();
-  return track->Dequeue();
+  bool roomMade = false;
+  CMediaSample* sample = track->Dequeue(&roomMade);
+  if (roomMade) monitor_->NotifyAll().ThrowIfFailed();
+  return sample;
 }
 
 void CMediaFilter::EnqueueInputSample(int index, CMediaSample* sample) { Enqueue(inputTracks_, index, sample); }

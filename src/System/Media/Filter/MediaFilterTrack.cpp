@@ -18,6 +18,7 @@ void CMediaFilterTrack::Flush() {
   {
     std::lock_guard<std::mutex> guard(lock_);
     dropped.swap(queue_);
+    refillPending_ = false;
     draining_ = false;
     endOfStream_ = false;
   }
@@ -39,12 +40,18 @@ void CMediaFilterTrack::Enqueue(CMediaSample* sample) {
   queue_.push_back(sample);
 }
 
-CMediaSample* CMediaFilterTrack::Dequeue() {
+CMediaSample* CMediaFilterTrack::Dequeue(bool* roomMade) {
   std::lock_guard<std::mutex> guard(lock_);
+  if (roomMade) *roomMade = false;
   if (queue_.empty()) return nullptr;
+  if (static_cast<int>(queue_.size()) > QueueLimit) refillPending_ = true;
   CMediaSample* sample = queue_.front();
   queue_.pop_front();
   if (!sample && draining_) endOfStream_ = true;
+  if (refillPending_ && static_cast<int>(queue_.size()) <= RefillLevel) {
+    refillPending_ = false;
+    if (roomMade) *roomMade = true;
+  }
   return sample;
 }
 

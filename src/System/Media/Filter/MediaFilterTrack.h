@@ -19,6 +19,8 @@ class CMediaFilterTrack : public CObject {
   static constexpr unsigned int TypeCode = FourCC("mftk");
   // A track holding more entries than this is full.
   static constexpr int QueueLimit = 3;
+  // A queue that was full announces room again at this many entries.
+  static constexpr int RefillLevel = QueueLimit / 2;
 
   // Keeps a clone of the description.
   explicit CMediaFilterTrack(const CMediaProperties* properties);
@@ -31,7 +33,11 @@ class CMediaFilterTrack : public CObject {
   // Appends the sample (acquired) or, for null, the end marker.
   void Enqueue(CMediaSample* sample);
   // The oldest entry (acquired) or null: the end marker or an empty queue.
-  CMediaSample* Dequeue();
+  // With `roomMade`, also says whether producers should now be woken: once
+  // the queue has been full, room is announced when it has drained to
+  // RefillLevel, so that a fast producer refills several entries per wake-up
+  // instead of trading every single entry with its consumer.
+  CMediaSample* Dequeue(bool* roomMade = nullptr);
   bool IsDraining() const;
   bool IsEndOfStream() const;
   void SetDraining();
@@ -43,6 +49,7 @@ class CMediaFilterTrack : public CObject {
   mutable std::mutex lock_;
   bool draining_;
   bool endOfStream_;
+  bool refillPending_ = false;  // full since room was last announced
   CMediaProperties* properties_;
   std::deque<CMediaSample*> queue_;
 };

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <string>
@@ -194,6 +195,21 @@ TEST_F(MediaFilterTest, ATrackIsFullAboveThreeEntriesAndBlocksTheInputs) {
   EXPECT_FALSE(track->IsDraining());
   EXPECT_FALSE(track->IsEndOfStream());
 
+  // Room is announced once per fill: when a queue that was full has drained
+  // to the refill level, not at every entry taken.
+  for (int i = 0; i < 5; ++i) track->Enqueue(sample);
+  std::vector<bool> announced;
+  for (int i = 0; i < 5; ++i) {
+    bool roomMade = true;
+    RObject<CMediaSample> taken(track->Dequeue(&roomMade));
+    announced.push_back(roomMade);
+  }
+  EXPECT_EQ(announced, (std::vector<bool>{false, false, false, true, false}));
+  track->Enqueue(sample);
+  bool roomMade = true;
+  RObject<CMediaSample> unfilled(track->Dequeue(&roomMade));
+  EXPECT_FALSE(roomMade) << "a queue that never filled has nobody waiting for room";
+
   // A full output holds back every input.
   filter_->AddInputMedia(media_);
   filter_->Begin();
@@ -245,6 +261,46 @@ TEST_F(MediaFilterTest, IntermediateBuffersComeFromPowerOfTwoPools) {
   EXPECT_TRUE(filter_->CreateIntermediateBuffer(0, none).Failed());
   EXPECT_EQ(none, nullptr);
   EXPECT_NE(Thrown([&] { RObject<CByteArray> bad(filter_->CreateIntermediateBuffer(-5)); }), "(nothing thrown)");
+}
+
+// Both sides wait without polling: every wait must end by an announcement,
+// so a lost wake-up shows as a wait that runs out its five seconds.
+TEST_F(MediaFilterTest, WaitsForRoomAndForSamplesAreEndedByAnnouncementsNotTimeouts) {
+  filter_->AddInputMedia(media_);
+  ASSERT_TRUE(filter_->Begin().Succeeded());
+  constexpr int kSamples = 500;
+  constexpr int kPatience = 5000;
+  std::atomic<int> producerTimeouts{0};
+  RObject<CThreadFunctor<std::function<Result()>>> producer(new CThreadFunctor<std::function<Result()>>([&] {
+    for (int i = 0; i < kSamples && producerTimeouts.load() == 0; ++i) {
+      while (!filter_->IsInputMediaReady(0)) {
+        if (filter_->WaitForInputMedia(kPatience)) continue;
+        ++producerTimeouts;  // writes anyway, then ends: a stuck consumer must not hang the test
+        break;
+      }
+      RObject<CVideoSample> sample(new CVideoSample(i, 1001, 0));
+      filter_->WriteSample(0, sample);
+    }
+    filter_->WriteSample(0, nullptr);
+    return Result();
+  }));
+  ASSERT_TRUE(producer->Start().Succeeded());
+  int consumerTimeouts = 0, taken = 0;
+  while (!filter_->IsEndOfStream() && consumerTimeouts == 0) {
+    if (!filter_->WaitForOutputMedia(kPatience)) {
+      ++consumerTimeouts;
+      continue;
+    }
+    CMediaSample* read = nullptr;
+    filter_->ReadSample(0, read);
+    RObject<CMediaSample> sample(read);
+    if (sample) ++taken;
+  }
+  ASSERT_TRUE(producer->Join().Succeeded());
+  EXPECT_EQ(producerTimeouts.load(), 0);
+  EXPECT_EQ(consumerTimeouts, 0);
+  EXPECT_EQ(taken, kSamples);
+  filter_->End();
 }
 
 TEST_F(MediaFilterTest, AProducerAndAConsumerOnTwoThreadsMeetThroughTheQueues) {
