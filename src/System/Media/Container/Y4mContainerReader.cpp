@@ -1,7 +1,9 @@
 #include "System/Media/Container/Y4mContainerReader.h"
 
 #include <cstring>
+#include <iterator>
 
+#include "System/Collections/Value.h"
 #include "System/Console.h"
 #include "System/IO/MemoryStream.h"
 #include "System/IO/Stream.h"
@@ -20,6 +22,10 @@
 namespace Corvane::Mox {
 
 namespace {
+
+// The track formats the colour spaces map to, each once.
+constexpr unsigned int kFormats[] = {FourCC("I420"), FourCC("I411"), FourCC("I422"),
+                                     FourCC("I444"), FourCC("I0AL"), FourCC("I2AL")};
 
 unsigned int FormatOf(Y4mColorSpace space) {
   switch (space) {
@@ -209,6 +215,10 @@ void CY4mContainerReader::StopIndexThread() {
 Result CY4mContainerReader::EndIndex() {
   StopIndexThread();
   return media_->EndIndex();
+}
+
+CFormatList* CY4mContainerReader::GetVideoFormats() const {
+  return NewFormatList(kFormats, static_cast<int>(std::size(kFormats)));
 }
 
 int CY4mContainerReader::GetVideoMediaCount() const { return properties_ ? 1 : 0; }

@@ -25,6 +25,10 @@ class CY4mContainerReader : public CContainerReader {
   Result BeginIndex() override;
   Result EndIndex() override;
 
+  // The file's name.
+  CString* GetFileIdentifier(CString* name) const override { return GetContextFileName(name); }
+  // The planar formats of the YUV4MPEG2 colour spaces.
+  CFormatList* GetVideoFormats() const override;
   int GetVideoMediaCount() const override;
   CVideoProperties* GetVideoProperties(int track) const override;
   bool IsVideoReady(int track) const override;
