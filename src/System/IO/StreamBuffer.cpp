@@ -12,6 +12,14 @@ namespace {
 
 constexpr int BufferAlignment = 4096;
 
+// Whether the stream waits for a growing file when a read comes short: it
+// answers the read-timeout query ("grto") with a positive value.
+bool FollowsGrowth(CStream* stream) {
+  int timeout = 0;
+  return stream->Control(FourCC("grto"), sizeof(timeout), reinterpret_cast<unsigned char*>(&timeout)).Succeeded() &&
+         timeout > 0;
+}
+
 }  // namespace
 
 CStreamBuffer::CStreamBuffer(int size)
@@ -34,15 +42,21 @@ Result CStreamBuffer::MoveTo(CStream* stream, long long position) {
   return stream->Seek(position, SeekOrigin::Begin, nullptr);
 }
 
-Result CStreamBuffer::Initialize(CStream* stream, long long position) {
+Result CStreamBuffer::Initialize(CStream* stream, long long position, int wanted) {
   Invalidate();
   Result result = MoveTo(stream, position);
   if (result.Failed()) return result;
   offset_ = position;
   blind_ = !stream->CanRead();
   if (blind_ || stream->GetLength() == 0) return Result();
+  int request = size_;
+  if (FollowsGrowth(stream)) {
+    const long long available = stream->GetAvailableLength() - position;
+    if (available >= 0 && available < size_)
+      request = std::max(static_cast<int>(available), std::clamp(wanted, 0, size_));
+  }
   int read = 0;
-  result = stream->Read(data_, size_, &read);
+  result = stream->Read(data_, request, &read);
   if (result.Failed()) {
     Invalidate();
     return result;

@@ -1,10 +1,13 @@
 #include "System/Media/Container/Y4mContainerReader.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <iterator>
 
 #include "System/Collections/Value.h"
 #include "System/Console.h"
+#include "System/IO/FileStream.h"
 #include "System/IO/MemoryStream.h"
 #include "System/IO/Stream.h"
 #include "System/Media/Container/ContainerMediaReader.h"
@@ -146,14 +149,16 @@ Result CY4mContainerReader::BeginIndex() {
   return Result();
 }
 
-Result CY4mContainerReader::ReadFrameAt(long long position, long long& picture) {
+Result CY4mContainerReader::ReadFrameAt(long long position, long long length, long long& picture) {
   CAutoLock lock(stream_);
   // A frame line is short: read a few bytes straight from the file and
   // parse them in memory, so that indexing neither fills the read cache with
-  // picture data nor costs a call per byte.
+  // picture data nor costs a call per byte. Only bytes already written are
+  // asked for, so that a stream following a growing file never waits here.
   unsigned char line[256];
+  const int wanted = static_cast<int>(std::min<long long>(sizeof(line), length - position));
   int read = 0;
-  Result result = ReadUncached(stream_, position, line, sizeof(line), read);
+  Result result = ReadUncached(stream_, position, line, wanted, read);
   if (result.Succeeded()) {
     RObject<CMemoryStream> memory(new CMemoryStream(read, line));
     RObject<CY4mFrame> frame;
@@ -174,19 +179,58 @@ Result CY4mContainerReader::ReadFrameAt(long long position, long long& picture) 
   return Result();
 }
 
+long long CY4mContainerReader::GetWrittenLength() const {
+  CAutoLock lock(stream_);
+  return std::max(stream_->GetLength(), stream_->GetAvailableLength());
+}
+
+bool CY4mContainerReader::WaitForGrowth(long long length) {
+  if (GetReadTimeout() <= 0) return false;
+  bool atEnd = false;
+  if (GetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, atEnd).GetResultCode() != 0 || !atEnd) {
+    SetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, true);
+    // Whoever waits on the reader may want to know.
+    CAutoLock lock(this);
+    NotifyAll();
+  }
+  using Clock = std::chrono::steady_clock;
+  auto deadline = Clock::now() + std::chrono::milliseconds(GetReadTimeout());
+  for (;;) {
+    if (GetWrittenLength() > length) return true;
+    // A changed ReadTimeout counts from now; the wait wakes for it, for a
+    // stop, and at the poll interval to look at the file again.
+    const auto now = Clock::now();
+    deadline = std::min(deadline, now + std::chrono::milliseconds(GetReadTimeout()));
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - now).count();
+    if (left <= 0) return false;
+    CAutoLock lock(this);
+    if (!IsReady()) return false;
+    Wait(static_cast<int>(std::min<long long>(left, CFileStream::PollInterval)));
+  }
+}
+
 Result CY4mContainerReader::ReadIndex() {
-  const long long length = stream_->GetLength();
   const long long duration = properties_->GetFrameDuration();
+  const int damaged = ResultUnexpected().GetResultCode();
+  long long length = GetWrittenLength();
   long long position = headerEnd_;
   Result outcome;
-  for (int frame = 0; IsReady() && position < length; ++frame) {
+  for (int frame = 0; IsReady();) {
     long long picture = 0;
-    Result result = ReadFrameAt(position, picture);
+    Result result = position < length ? ReadFrameAt(position, length, picture) : ResultEndOfStream();
     if (result.Failed() || picture + frameSize_ > length) {
-      // A damaged or truncated frame ends the track at the previous frame.
-      MOX_LOG(2, "frame %d at %lld is incomplete; the track ends before it\n", frame, position);
-      CVariance::Report(position, CVariance::Major, "frame %d at %lld is incomplete; the track ends before it\n", frame,
-                        position);
+      // The frame is not all there: a growing file may still complete it
+      // (a damaged frame line never will).
+      if (result.GetResultCode() != damaged && WaitForGrowth(length)) {
+        length = GetWrittenLength();
+        continue;
+      }
+      if (position < length) {
+        // A damaged or truncated frame ends the track at the previous frame.
+        MOX_LOG(2, "frame %d at %lld is incomplete; the track ends before it\n", frame, position);
+        CVariance::Report(position, CVariance::Major, "frame %d at %lld is incomplete; the track ends before it\n",
+                          frame, position);
+      }
       break;
     }
     RObject<CVideoSample> sample(new CVideoSample(frame, duration, 0));
@@ -201,6 +245,7 @@ Result CY4mContainerReader::ReadIndex() {
       break;
     }
     position = picture + frameSize_;
+    ++frame;
   }
   media_->EnqueueSample(nullptr);
   SynchronizeVariances();

@@ -3,6 +3,12 @@
 // header gives the track; an index thread walks the "FRAME" lines, skipping
 // the pictures, and queues one sample per frame with a "read" reference to
 // its bytes.
+//
+// A file that another process is still writing is followed when ReadTimeout
+// is positive: at the end of what has been written the index thread waits
+// for the file to grow (IsIndexAtEnd turns true the first time), and ends at
+// the last whole frame once ReadTimeout passes without growth. With no
+// ReadTimeout (the default) the end of the file is the end of the track.
 
 #include <thread>
 
@@ -44,8 +50,14 @@ class CY4mContainerReader : public CContainerReader {
   Result DescribeTrack();
   // The index thread's body: queue every whole frame, then the end marker.
   Result ReadIndex();
-  // Reads the frame header at `position` under the stream's lock.
-  Result ReadFrameAt(long long position, long long& picture);
+  // Reads the frame header at `position`, looking no further than `length`,
+  // under the stream's lock.
+  Result ReadFrameAt(long long position, long long length, long long& picture);
+  // The bytes the file holds now.
+  long long GetWrittenLength() const;
+  // Waits for the file to grow beyond `length`: true when it did, false when
+  // ReadTimeout is not positive, passes without growth, or the reader stops.
+  bool WaitForGrowth(long long length);
   void StopIndexThread();
 
   CStream* stream_;
