@@ -117,6 +117,35 @@ TEST_F(ReaderPropertiesTest, ChannelPropertiesKeepAValuePerContextForEachChannel
   EXPECT_EQ(plain->GetChannelCoding(3), FourCC("ac-3"));
 }
 
+TEST_F(ReaderPropertiesTest, LanguagesAreSetAsThreeLettersAndRegionsAsTwoPerContext) {
+  RObject<CSubtitleReaderProperties> subtitle(new CSubtitleReaderProperties());
+  ASSERT_TRUE(subtitle->SetLanguage(CMediaReader::Container, 'e', 'n', 'g').Succeeded());
+  ASSERT_TRUE(subtitle->SetLanguage(CMediaReader::Essence, 'f', 'r', 'a').Succeeded());
+  char a = 0, b = 0, c = 0;
+  subtitle->GetLanguage(CMediaReader::Container, a, b, c);
+  EXPECT_EQ(std::string({a, b, c}), "eng");
+  subtitle->GetLanguage(a, b, c);  // the value in force
+  EXPECT_EQ(std::string({a, b, c}), "fra");
+  EXPECT_EQ(subtitle->GetLanguage(), CMediaProperties::PackLanguageCode('f', 'r', 'a'));
+  // A region is kept as its three-letter code and read back as two letters.
+  RObject<CVideoReaderProperties> video(new CVideoReaderProperties());
+  ASSERT_TRUE(video->SetRegion(CMediaReader::Container, 'U', 'S').Succeeded());
+  EXPECT_EQ(video->GetRegion(), CMediaProperties::PackRegionCode('u', 's', 'a'));
+  video->GetRegion(CMediaReader::Container, a, b);
+  EXPECT_EQ(std::string({a, b}), "US");
+  video->GetRegion(CMediaReader::Essence, a, b);
+  EXPECT_EQ(a, 0);
+  EXPECT_EQ(video->SetRegion(CMediaReader::Essence, 'Q', 'Q').GetResultCode(), ResultInvalidArgument().GetResultCode());
+  EXPECT_FALSE(video->IsRegionSet(CMediaReader::Essence));
+  EXPECT_THROW(video->SetRegion(3, 'U', 'S'), Result);
+  RObject<CAudioReaderProperties> audio(new CAudioReaderProperties());
+  ASSERT_TRUE(audio->SetLanguage('d', 'e', 'u').Succeeded());
+  EXPECT_TRUE(audio->IsLanguageSet(CMediaReader::Unspecified));
+  ASSERT_TRUE(audio->SetRegion('D', 'E').Succeeded());
+  audio->GetRegion(CMediaReader::Unspecified, a, b);
+  EXPECT_EQ(std::string({a, b}), "DE");
+}
+
 TEST_F(ReaderPropertiesTest, ElementaryWritersAreChosenByKindAndFormat) {
   RObject<CVideoProperties> avc(new CVideoProperties());
   avc->SetFormat(FourCC("avc1"));
