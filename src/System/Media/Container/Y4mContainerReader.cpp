@@ -184,15 +184,18 @@ long long CY4mContainerReader::GetWrittenLength() const {
   return std::max(stream_->GetLength(), stream_->GetAvailableLength());
 }
 
+void CY4mContainerReader::MarkIndexAtEnd() {
+  bool atEnd = false;
+  if (GetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, atEnd).GetResultCode() == 0 && atEnd) return;
+  SetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, true);
+  // Whoever waits on the reader may want to know.
+  CAutoLock lock(this);
+  NotifyAll();
+}
+
 bool CY4mContainerReader::WaitForGrowth(long long length) {
   if (GetReadTimeout() <= 0) return false;
-  bool atEnd = false;
-  if (GetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, atEnd).GetResultCode() != 0 || !atEnd) {
-    SetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, true);
-    // Whoever waits on the reader may want to know.
-    CAutoLock lock(this);
-    NotifyAll();
-  }
+  MarkIndexAtEnd();
   using Clock = std::chrono::steady_clock;
   auto deadline = Clock::now() + std::chrono::milliseconds(GetReadTimeout());
   for (;;) {
@@ -209,43 +212,46 @@ bool CY4mContainerReader::WaitForGrowth(long long length) {
   }
 }
 
+CY4mContainerReader::FrameState CY4mContainerReader::FindWholeFrame(long long position, long long& length,
+                                                                    long long& picture) {
+  for (;;) {
+    Result result = position < length ? ReadFrameAt(position, length, picture) : ResultEndOfStream();
+    if (result.Succeeded() && picture + frameSize_ <= length) return FrameState::Whole;
+    // The frame is not all there: a growing file may still complete it (a
+    // damaged frame line never will).
+    const bool damaged = result.GetResultCode() == ResultUnexpected().GetResultCode();
+    if (damaged || !WaitForGrowth(length)) return position < length ? FrameState::Incomplete : FrameState::End;
+    length = GetWrittenLength();
+  }
+}
+
 Result CY4mContainerReader::ReadIndex() {
   const long long duration = properties_->GetFrameDuration();
-  const int damaged = ResultUnexpected().GetResultCode();
   long long length = GetWrittenLength();
   long long position = headerEnd_;
   Result outcome;
-  for (int frame = 0; IsReady();) {
+  for (int frame = 0; IsReady(); ++frame) {
     long long picture = 0;
-    Result result = position < length ? ReadFrameAt(position, length, picture) : ResultEndOfStream();
-    if (result.Failed() || picture + frameSize_ > length) {
-      // The frame is not all there: a growing file may still complete it
-      // (a damaged frame line never will).
-      if (result.GetResultCode() != damaged && WaitForGrowth(length)) {
-        length = GetWrittenLength();
-        continue;
-      }
-      if (position < length) {
-        // A damaged or truncated frame ends the track at the previous frame.
-        MOX_LOG(2, "frame %d at %lld is incomplete; the track ends before it\n", frame, position);
-        CVariance::Report(position, CVariance::Major, "frame %d at %lld is incomplete; the track ends before it\n",
-                          frame, position);
-      }
-      break;
+    const FrameState state = FindWholeFrame(position, length, picture);
+    if (state == FrameState::Incomplete) {
+      // A damaged or truncated frame ends the track at the previous frame.
+      MOX_LOG(2, "frame %d at %lld is incomplete; the track ends before it\n", frame, position);
+      CVariance::Report(position, CVariance::Major, "frame %d at %lld is incomplete; the track ends before it\n", frame,
+                        position);
     }
+    if (state != FrameState::Whole) break;
     RObject<CVideoSample> sample(new CVideoSample(frame, duration, 0));
     sample->SetTime(frame * duration);
     RObject<CContainerDataReference> reference(
         new CContainerDataReference(CContainerDataReference::TypeCode, picture, static_cast<int>(frameSize_)));
     sample->SetDataReference(reference);
-    result = media_->EnqueueSample(sample);
+    Result result = media_->EnqueueSample(sample);
     if (result.Failed()) {
       MOX_LOG(2, "indexing terminated\n");
       outcome = ResultError(result, "indexing terminated");
       break;
     }
     position = picture + frameSize_;
-    ++frame;
   }
   media_->EnqueueSample(nullptr);
   SynchronizeVariances();

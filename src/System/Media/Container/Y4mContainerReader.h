@@ -53,8 +53,14 @@ class CY4mContainerReader : public CContainerReader {
   // Reads the frame header at `position`, looking no further than `length`,
   // under the stream's lock.
   Result ReadFrameAt(long long position, long long length, long long& picture);
+  enum class FrameState { Whole, End, Incomplete };
+  // Finds the whole frame at `position`, waiting for a growing file to
+  // complete it (`length` follows the file); End when the file ends there.
+  FrameState FindWholeFrame(long long position, long long& length, long long& picture);
   // The bytes the file holds now.
   long long GetWrittenLength() const;
+  // Records IsIndexAtEnd the first time the index thread waits.
+  void MarkIndexAtEnd();
   // Waits for the file to grow beyond `length`: true when it did, false when
   // ReadTimeout is not positive, passes without growth, or the reader stops.
   bool WaitForGrowth(long long length);
