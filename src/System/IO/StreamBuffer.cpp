@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "System/ByteArray.h"
+#include "System/IO/FileStream.h"
 #include "System/IO/Stream.h"
 
 namespace Corvane::Mox {
@@ -13,10 +14,11 @@ namespace {
 constexpr int BufferAlignment = 4096;
 
 // Whether the stream waits for a growing file when a read comes short: it
-// answers the read-timeout query ("grto") with a positive value.
+// answers the read-timeout query with a positive value.
 bool FollowsGrowth(CStream* stream) {
   int timeout = 0;
-  return stream->Control(FourCC("grto"), sizeof(timeout), reinterpret_cast<unsigned char*>(&timeout)).Succeeded() &&
+  return stream->Control(CFileStream::GetReadTimeoutCode, sizeof(timeout), reinterpret_cast<unsigned char*>(&timeout))
+             .Succeeded() &&
          timeout > 0;
 }
 
