@@ -222,7 +222,16 @@ CY4mContainerReader::FrameState CY4mContainerReader::FindWholeFrame(long long po
     const bool damaged = result.GetResultCode() == ResultUnexpected().GetResultCode();
     if (damaged || !WaitForGrowth(length)) return position < length ? FrameState::Incomplete : FrameState::End;
     length = GetWrittenLength();
+    EstimateDuration(length);
   }
+}
+
+void CY4mContainerReader::EstimateDuration(long long length) {
+  // Estimated as when indexing began, from the whole length: the header and
+  // the "FRAME" lines are deliberately not subtracted.
+  CAutoLock lock(this);
+  const long long estimate = length / frameSize_ * properties_->GetFrameDuration();
+  if (estimate > properties_->GetDuration()) properties_->SetDuration(CMediaReader::Container, estimate);
 }
 
 Result CY4mContainerReader::ReadIndex() {
@@ -276,6 +285,8 @@ int CY4mContainerReader::GetVideoMediaCount() const { return properties_ ? 1 : 0
 
 CVideoProperties* CY4mContainerReader::GetVideoProperties(int track) const {
   if (track != 0 || !properties_) return nullptr;
+  // The index thread raises the duration while a growing file is followed.
+  CAutoLock lock(this);
   return new CVideoProperties(properties_);
 }
 

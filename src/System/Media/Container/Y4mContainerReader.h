@@ -17,6 +17,7 @@
 namespace Corvane::Mox {
 
 class CContainerMediaReader;
+class CVideoReaderProperties;
 class CY4mReader;
 
 class CY4mContainerReader : public CContainerReader {
@@ -61,6 +62,8 @@ class CY4mContainerReader : public CContainerReader {
   long long GetWrittenLength() const;
   // Records IsIndexAtEnd the first time the index thread waits.
   void MarkIndexAtEnd();
+  // Raises the track's duration to the estimate for a file grown to `length`.
+  void EstimateDuration(long long length);
   // Waits for the file to grow beyond `length`: true when it did, false when
   // ReadTimeout is not positive, passes without growth, or the reader stops.
   bool WaitForGrowth(long long length);
@@ -68,7 +71,7 @@ class CY4mContainerReader : public CContainerReader {
 
   CStream* stream_;
   CY4mReader* reader_;
-  CVideoProperties* properties_;
+  CVideoReaderProperties* properties_;
   CContainerMediaReader* media_;
   std::thread indexThread_;
   long long headerEnd_;

@@ -1,9 +1,10 @@
 // A YUV4MPEG2 file that is still being written while it is indexed: with a
 // ReadTimeout the index thread waits at the end of what has been written,
 // says so through IsIndexAtEnd, picks up the frames appended meanwhile and
-// ends at the last whole frame once the file stops growing; without one a
-// finished file ends where it ends. The file is appended to by a thread of
-// the test; every wait is on a condition with a deadline.
+// ends at the last whole frame once the file stops growing (its duration
+// estimated from the grown length); without one a finished file ends where
+// it ends. The file is appended to by a thread of the test; every wait is on
+// a condition with a deadline.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -19,6 +20,7 @@
 #include "System/Media/Container/ContainerReader.h"
 #include "System/Media/LockedDataReference.h"
 #include "System/Media/StorageDataReference.h"
+#include "System/Media/Video/VideoProperties.h"
 #include "System/Media/Video/VideoSample.h"
 #include "System/Text.h"
 #include "gen/ContainerProperty.h"
@@ -142,6 +144,12 @@ TEST_F(Y4mGrowingFileTest, FramesAppendedWhileIndexingAreFollowedUntilTheFileSto
   ASSERT_TRUE(appender.Append(third.substr(0, 12)));
   ASSERT_TRUE(appender.Append(third.substr(12) + Frame(3) + Frame(4)));
   for (int f = 2; f < 5; ++f) EXPECT_EQ(NextPicture(reader), Frame(f).substr(6)) << "frame " << f;
+  // The duration is estimated again from the grown length, as it was from
+  // the length at the start (header and frame lines included).
+  const long long grown = static_cast<long long>(ReadFile(path).size());
+  RObject<CVideoProperties> track(reader->GetVideoProperties(0));
+  ASSERT_TRUE(track);
+  EXPECT_EQ(track->GetDuration(), grown / FrameSize);
   // Half a frame more, then the writer stops: once the (shortened) timeout
   // passes without growth the track ends at the last whole frame.
   ASSERT_TRUE(appender.Append(Frame(5).substr(0, 10)));
