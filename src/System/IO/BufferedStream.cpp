@@ -74,7 +74,7 @@ int CBufferedStream::GetWindowsInUse() const {
   return used;
 }
 
-Result CBufferedStream::Recycle(long long position, CStreamBuffer*& buffer) {
+Result CBufferedStream::Recycle(long long position, int wanted, CStreamBuffer*& buffer) {
   int last = buffers_->GetCount() - 1;
   // Straight-through access: the window after the most recent one. Windows
   // in use sit at the front of the list, most recent first.
@@ -93,7 +93,8 @@ Result CBufferedStream::Recycle(long long position, CStreamBuffer*& buffer) {
   Result result = oldest->Finalize(stream_);
   if (result.Failed()) return result;
   MoveToFront(last, oldest);
-  return oldest->Initialize(stream_, position - position % bufferSize_);
+  const long long offset = position - position % bufferSize_;
+  return oldest->Initialize(stream_, offset, static_cast<int>(position - offset) + wanted);
 }
 
 Result CBufferedStream::SettleOverlapping(long long position, long long count, bool forget) {
@@ -133,12 +134,12 @@ Result CBufferedStream::ReadPass(long long position, unsigned char* buffer, int 
     // filled. Refill it in case the stream has grown since.
     Result result = window->Finalize(stream_);
     if (result.Failed()) return result;
-    result = window->Initialize(stream_, window->GetOffset());
+    result = window->Initialize(stream_, window->GetOffset(), static_cast<int>(position - window->GetOffset()) + count);
     if (result.Failed()) return result;
   }
   if (!window) {
     if (count > bufferSize_) return ReadDirect(position, buffer, count, read);
-    Result result = Recycle(position, window);
+    Result result = Recycle(position, count, window);
     if (result.Failed()) return result;
   }
   return window->Read(position, buffer, count, &read);
@@ -160,7 +161,8 @@ Result CBufferedStream::WritePass(long long position, const unsigned char* buffe
   }
   if (!window) {
     if (count > bufferSize_) return WriteDirect(position, buffer, count, written);
-    Result result = Recycle(position, window);
+    // A write needs nothing read; the fill keeps what lies around it.
+    Result result = Recycle(position, 0, window);
     if (result.Failed()) return result;
   }
   return window->Write(position, buffer, count, &written);

@@ -49,7 +49,8 @@ class CBufferedStream : public CWrappedStream {
   CStreamBuffer* Find(long long position);
   // The least recently used window, written back, refilled at the aligned
   // window around position and moved to the front.
-  Result Recycle(long long position, CStreamBuffer*& buffer);
+  // `wanted` is the bytes from position on the caller needs read.
+  Result Recycle(long long position, int wanted, CStreamBuffer*& buffer);
   void MoveToFront(int index, CStreamBuffer* buffer);
   // Writes back windows overlapping a direct transfer; a direct write also
   // forgets them, as their bytes are about to change underneath.

@@ -112,9 +112,11 @@ Result CFileStream::Control(unsigned int code, int length, unsigned char* data) 
     case GetReadMarginCode:
       return GetInt(length, data, ReadMarginNow());
     case SetCachingCode: {
-      if (length != 1 || !data) return ResultError("incorrect length");
+      // Without a payload (as readers send it once their index reached the
+      // end of a growing file) caching is turned back on.
+      if (length != 0 && (length != 1 || !data)) return ResultError("incorrect length");
       CAutoLock lock(this);
-      caching_ = data[0] != 0;
+      caching_ = length == 0 || data[0] != 0;
       return Result();
     }
     default:

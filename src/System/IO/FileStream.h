@@ -25,7 +25,7 @@ class CFileStream : public CStream {
  public:
   static constexpr unsigned int TypeCode = FourCC("fstr");
   // Controls: set and get the read timeout and margin (4-byte int), set the
-  // caching flag (1 byte).
+  // caching flag (1 byte; no payload turns it on).
   static constexpr unsigned int SetReadTimeoutCode = FourCC("srto");
   static constexpr unsigned int GetReadTimeoutCode = FourCC("grto");
   static constexpr unsigned int SetReadMarginCode = FourCC("srmg");

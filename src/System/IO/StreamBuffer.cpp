@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "System/ByteArray.h"
+#include "System/IO/FileStream.h"
 #include "System/IO/Stream.h"
 
 namespace Corvane::Mox {
@@ -11,6 +12,15 @@ namespace Corvane::Mox {
 namespace {
 
 constexpr int BufferAlignment = 4096;
+
+// Whether the stream waits for a growing file when a read comes short: it
+// answers the read-timeout query with a positive value.
+bool FollowsGrowth(CStream* stream) {
+  int timeout = 0;
+  return stream->Control(CFileStream::GetReadTimeoutCode, sizeof(timeout), reinterpret_cast<unsigned char*>(&timeout))
+             .Succeeded() &&
+         timeout > 0;
+}
 
 }  // namespace
 
@@ -34,15 +44,21 @@ Result CStreamBuffer::MoveTo(CStream* stream, long long position) {
   return stream->Seek(position, SeekOrigin::Begin, nullptr);
 }
 
-Result CStreamBuffer::Initialize(CStream* stream, long long position) {
+Result CStreamBuffer::Initialize(CStream* stream, long long position, int wanted) {
   Invalidate();
   Result result = MoveTo(stream, position);
   if (result.Failed()) return result;
   offset_ = position;
   blind_ = !stream->CanRead();
   if (blind_ || stream->GetLength() == 0) return Result();
+  int request = size_;
+  if (FollowsGrowth(stream)) {
+    const long long available = stream->GetAvailableLength() - position;
+    if (available >= 0 && available < size_)
+      request = std::max(static_cast<int>(available), std::clamp(wanted, 0, size_));
+  }
   int read = 0;
-  result = stream->Read(data_, size_, &read);
+  result = stream->Read(data_, request, &read);
   if (result.Failed()) {
     Invalidate();
     return result;

@@ -46,8 +46,11 @@ class CStreamBuffer : public CObject {
   // Moves stream to position; a stream that cannot seek must already be there.
   static Result MoveTo(CStream* stream, long long position);
   // Places the window at position (seeking the stream there if it is not
-  // already) and fills it from a readable, non-empty stream.
-  Result Initialize(CStream* stream, long long position);
+  // already) and fills it from a readable, non-empty stream. Over a stream
+  // that follows a growing file the fill asks for no more than the stream
+  // holds beyond position, but for at least `wanted` bytes (the caller's
+  // need), so that it waits only for bytes someone asked for.
+  Result Initialize(CStream* stream, long long position, int wanted);
   // Writes the window back when it holds writes.
   Result Finalize(CStream* stream);
   // Forgets the window.

@@ -210,6 +210,8 @@ TEST_F(FileStreamTest, ControlsCheckLengthsAndRanges) {
 
   unsigned char flag = 1;
   EXPECT_TRUE(stream->Control(Code("rdaf"), 1, &flag).Succeeded());
+  EXPECT_TRUE(stream->Control(Code("rdaf"), 0, nullptr).Succeeded());
+  EXPECT_EQ(Details(stream->Control(Code("rdaf"), 2, &flag)), "incorrect length");
   EXPECT_TRUE(stream->Control(Code("rdah"), 1, &flag).Succeeded());
   EXPECT_TRUE(stream->Control(Code("cach"), 1, &flag).Succeeded());
   EXPECT_EQ(Details(stream->Control(Code("cach"), 0, &flag)), "incorrect length");

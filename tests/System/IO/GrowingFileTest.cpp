@@ -180,4 +180,29 @@ TEST_F(GrowingFileTest, StandardStreamAndBufferedViewFollowToo) {
   EXPECT_EQ(rest, Sequence(5, 25));
 }
 
+TEST_F(GrowingFileTest, ABufferedViewWaitsOnlyForTheBytesAskedFor) {
+  LogCapture log(Console::Verbose, &WaitSignal::OnLine);
+  RObject<CFileDescriptorStream> inner(new CFileDescriptorStream(FileMode::Read));
+  ASSERT_TRUE(inner->Open(path.c_str()).Succeeded());
+  SetTimeout(inner, SafetyTimeout);
+  RObject<CBufferedStream> buffered(new CBufferedStream(inner, 64, 2));
+  // The window holds 64 bytes, the file 10: what is there is read at once.
+  std::vector<unsigned char> head(5);
+  ASSERT_TRUE(buffered->Read(head.data(), 5).Succeeded());
+  EXPECT_EQ(head, Sequence(5));
+  for (const std::string& line : log.Taken()) EXPECT_EQ(line.find("waiting for"), std::string::npos) << line;
+  // Bytes not written yet are waited for, and only those.
+  std::vector<unsigned char> rest(15);
+  int read = 0;
+  Result result;
+  std::thread thread([&] { result = buffered->Read(rest.data(), 15, &read); });
+  ASSERT_TRUE(WaitSignal::Instance().AwaitWaits(1));
+  Append(Sequence(10, 10));
+  Wake(inner);
+  thread.join();
+  ASSERT_TRUE(result.Succeeded());
+  EXPECT_EQ(read, 15);
+  EXPECT_EQ(rest, Sequence(15, 5));
+}
+
 }  // namespace

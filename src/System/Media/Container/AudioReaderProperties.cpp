@@ -7,6 +7,7 @@ CAudioReaderProperties::CAudioReaderProperties(const CAudioReaderProperties* sou
   // The per-context record travels with the copy.
   TimeScaleSlots_ = source->TimeScaleSlots_;
   MOX_AUDIO_READER_PROPERTIES(MOX_READER_PROPERTY_COPY)
+  MOX_AUDIO_READER_CHANNEL_PROPERTIES(MOX_READER_PROPERTY_COPY)
 }
 
 }  // namespace Corvane::Mox

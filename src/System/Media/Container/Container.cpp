@@ -1,6 +1,8 @@
 #include "System/Media/Container/Container.h"
 
 #include "System/Collections/List.h"
+#include "System/Collections/Value.h"
+#include "System/IO/Path.h"
 #include "System/Media/Container/ContainerContext.h"
 #include "System/Media/Container/ContainerFormat.h"
 #include "System/Media/Container/ContainerPropertiesExtension.h"
@@ -24,6 +26,24 @@ Result CContainer::SetContext(CContainerContext* context) {
   context_ = context;
   if (old) old->Release();
   return Result();
+}
+
+CFormatList* CContainer::NewFormatList(const unsigned int* formats, int count) {
+  auto* list = new CFormatList();
+  for (int i = 0; i < count; ++i) list->AddValue(formats[i]);
+  return list;
+}
+
+CString* CContainer::GetContextFileName(CString* name) const {
+  CContainerContext* context = GetContext();
+  if (!context) return nullptr;
+  if (name) name->Acquire();
+  RObject<CString> chosen(name ? name : context->GetDefaultFileName());
+  if (!chosen) return nullptr;
+  // The full path resolves a relative name against the context's directory;
+  // its last part is what stays the same wherever the file is read from.
+  RObject<CString> path(context->GetFilePath(chosen));
+  return CPath::GetFileName(path ? path.Get() : chosen.Get());
 }
 
 bool CContainer::AnyTrackReady() const {

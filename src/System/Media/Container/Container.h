@@ -17,7 +17,12 @@ class CContainerPropertiesExtension;
 template <class T>
 class CList;
 class CSubtitleProperties;
+class CString;
 class CVideoProperties;
+template <class T>
+class CValueList;
+// A list of four-character format codes.
+using CFormatList = CValueList<unsigned int>;
 
 class CContainer : public CProperties {
  public:
@@ -35,13 +40,22 @@ class CContainer : public CProperties {
   // The context (not acquired), or null before one is set.
   virtual CContainerContext* GetContext() const { return context_; }
   virtual Result SetContext(CContainerContext* context);
+  // A new string that identifies one of the container's files (`name`, or
+  // the default file when null) across runs; null when the container cannot
+  // name its files.
+  virtual CString* GetFileIdentifier(CString*) const { return nullptr; }
 
-  // Track counts and descriptions. The descriptions are acquired references
-  // (the caller releases them), null for a bad index.
+  // Per track kind: the formats the container hands out or accepts (a new
+  // list), null for a container without tracks of that kind; then the track
+  // count and descriptions. The descriptions are acquired references (the
+  // caller releases them), null for a bad index.
+  virtual CFormatList* GetVideoFormats() const { return nullptr; }
   virtual int GetVideoMediaCount() const { return 0; }
   virtual CVideoProperties* GetVideoProperties(int) const { return nullptr; }
+  virtual CFormatList* GetAudioFormats() const { return nullptr; }
   virtual int GetAudioMediaCount() const { return 0; }
   virtual CAudioProperties* GetAudioProperties(int) const { return nullptr; }
+  virtual CFormatList* GetSubtitleFormats() const { return nullptr; }
   virtual int GetSubtitleMediaCount() const { return 0; }
   virtual CSubtitleProperties* GetSubtitleProperties(int) const { return nullptr; }
 
@@ -81,6 +95,12 @@ class CContainer : public CProperties {
   // An Int32 setting of the bag, or the default when unset or not positive.
   int GetPositiveSetting(const PropertyName& name, int fallback) const;
   bool AnyTrackReady() const;
+  // A new list of `count` format codes.
+  static CFormatList* NewFormatList(const unsigned int* formats, int count);
+  // The file name, without directory, of the context's file `name` (the
+  // default file when null): how the one-file formats identify their file.
+  // Null without a context or a name.
+  CString* GetContextFileName(CString* name) const;
 
  private:
   CContainerContext* context_;

@@ -57,6 +57,9 @@ Result CContainerReader::GetProperty(CString* name, CVariant*& value) const {
     value = new CVariant(GetReadMargin());
     return Result();
   }
+  // Index threads record what they find in the bag (IsIndexAtEnd) while
+  // others read it.
+  CAutoLock lock(this);
   return IProperties::GetProperty(name, value);
 }
 
@@ -77,12 +80,15 @@ Result CContainerReader::SetProperty(CString* name, CVariant* value) {
     {
       CAutoLock lock(this);
       (timeout ? readTimeout_ : readMargin_) = number;
+      // An index thread waiting for a growing file counts from the new value.
+      NotifyAll();
     }
     ForwardToStreams(timeout ? CFileStream::SetReadTimeoutCode : CFileStream::SetReadMarginCode, sizeof(number),
                      reinterpret_cast<unsigned char*>(&number));
     return Result();
   }
   if (ContainerProperty::ContainerReader::IsIndexAtEnd == key) ForwardToStreams(CFileStream::SetCachingCode, 0, nullptr);
+  CAutoLock lock(this);
   return IProperties::SetProperty(name, value);
 }
 

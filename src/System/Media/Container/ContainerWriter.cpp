@@ -62,6 +62,16 @@ CString* CContainerWriter::GetFileExtension() const {
   return extension ? CString::WithString(extension) : nullptr;
 }
 
+CString* CContainerWriter::GetOutputFileName(CString* name) const {
+  if (CString* named = GetContextFileName(name)) return named;
+  if (name) return nullptr;
+  RObject<CString> base(GetName());
+  RObject<CString> extension(GetFileExtension());
+  if (!base || !extension) return nullptr;
+  RObject<CString> file(CString::WithFormat("%s.%s", base->GetChars(), extension->GetChars()));
+  return CPath::GetFileName(file);
+}
+
 void CContainerWriter::SetFileExtension(CString* extension) {
   // Kept without the dot that path operations report.
   CAutoLock lock(this);

@@ -67,6 +67,11 @@ class CContainerWriter : public CContainer {
   static CContainerWriter* Create(CContainerContext* context, unsigned int type);
 
  protected:
+  // The file name, without directory, of the output `name` (the default
+  // output when null): the context's file name, or else the writer's name
+  // and extension as the output would be opened. What one-file writers
+  // identify their file by.
+  CString* GetOutputFileName(CString* name) const;
   // The sample's bytes in memory, locked for reading (acquired); fails when
   // the sample carries none (for example a reader's sample whose bytes were
   // never read).

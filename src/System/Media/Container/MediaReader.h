@@ -23,6 +23,15 @@ class CMediaReader {
   }
   // Throws ResultArgumentOutOfRange for a time scale outside 1..2,000,000,000.
   static void CheckTimeScale(long long timeScale);
+  // Languages are packed three-letter codes; regions too, so a two-letter
+  // (ISO 3166 alpha-2) region is packed as its alpha-3 code. An unknown
+  // two-letter region fails with ResultInvalidArgument.
+  static unsigned short PackLanguage(char a, char b, char c);
+  static void UnpackLanguage(unsigned short language, char& a, char& b, char& c);
+  static Result PackRegion(char a, char b, unsigned short& region);
+  // The two (upper-case) letters of a packed region; two zero bytes when it
+  // has none.
+  static void UnpackRegion(unsigned short region, char& a, char& b);
 
  private:
   [[noreturn]] static void ThrowBadContext(int context);
@@ -78,6 +87,26 @@ struct ReaderPropertySlots {
 
 // Copies one property's record (for the copy constructors).
 #define MOX_READER_PROPERTY_COPY(Name, Type) Name##Slots_ = source->Name##Slots_;
+
+// Declares the letter forms of the language (three letters) and the region
+// (two letters) over the packed Language and Region properties, per context.
+#define MOX_READER_LETTER_FORMS()                                                                            \
+ public:                                                                                                     \
+  Result SetLanguage(char a, char b, char c) { return SetLanguage(CMediaReader::Unspecified, a, b, c); }     \
+  Result SetLanguage(int context, char a, char b, char c) {                                                  \
+    return SetLanguage(context, CMediaReader::PackLanguage(a, b, c));                                        \
+  }                                                                                                          \
+  void GetLanguage(int context, char& a, char& b, char& c) const {                                           \
+    CMediaReader::UnpackLanguage(GetLanguage(context), a, b, c);                                             \
+  }                                                                                                          \
+  Result SetRegion(char a, char b) { return SetRegion(CMediaReader::Unspecified, a, b); }                    \
+  Result SetRegion(int context, char a, char b) {                                                            \
+    CMediaReader::CheckContext(context);                                                                     \
+    unsigned short region = 0;                                                                               \
+    Result packed = CMediaReader::PackRegion(a, b, region);                                                  \
+    return packed.Failed() ? packed : SetRegion(context, region);                                            \
+  }                                                                                                          \
+  void GetRegion(int context, char& a, char& b) const { CMediaReader::UnpackRegion(GetRegion(context), a, b); }
 
 #define MOX_READER_PROPERTY(Base, Name, Type)                                                                \
  public:                                                                                                     \

@@ -26,6 +26,7 @@ class CSubtitleReaderProperties : public CSubtitleProperties {
 #define MOX_SUBTITLE_READER_PROPERTY(Name, Type) MOX_READER_PROPERTY(CSubtitleProperties, Name, Type)
   MOX_SUBTITLE_READER_PROPERTIES(MOX_SUBTITLE_READER_PROPERTY)
 #undef MOX_SUBTITLE_READER_PROPERTY
+  MOX_READER_LETTER_FORMS()
 };
 
 }  // namespace Corvane::Mox

@@ -1,5 +1,7 @@
 #include "System/Media/Container/VideoContainerWriter.h"
 
+#include "System/Collections/Value.h"
+#include "System/Media/Formats/VideoFormat.h"
 #include "System/Media/LockedDataReference.h"
 #include "System/Media/Video/VideoSample.h"
 
@@ -8,6 +10,16 @@ namespace Corvane::Mox {
 CVideoContainerWriter::CVideoContainerWriter() : CSingleVideoTrackWriter(ComponentCode), pictureSize_(0) {}
 
 CVideoContainerWriter::~CVideoContainerWriter() { CloseOutput(); }
+
+CFormatList* CVideoContainerWriter::GetVideoFormats() const {
+  auto* formats = new CFormatList();
+  for (int row = 0; row < VideoFormat::GetRowCount(); ++row) {
+    const unsigned int code = VideoFormat::GetRow(row)->code;
+    // A code may have several rows (names and aliases); list it once.
+    if (!formats->ContainsValue(code)) formats->AddValue(code);
+  }
+  return formats;
+}
 
 Result CVideoContainerWriter::BeginIndex() {
   if (!properties_) return ResultInvalidOperation("no video track");

@@ -16,6 +16,11 @@ class CVideoContainerWriter : public CSingleVideoTrackWriter<CIndexedContainerWr
   ~CVideoContainerWriter() override;
 
   const char* GetDefaultExtension() const override { return "raw"; }
+  // The output's file name.
+  CString* GetFileIdentifier(CString* name) const override { return GetOutputFileName(name); }
+  // Every video format: pictures and coded samples alike are stored as
+  // their bytes.
+  CFormatList* GetVideoFormats() const override;
   Result BeginIndex() override;
   Result WriteVideoSample(int track, CVideoSample* sample) override;
   Result EndIndex() override { return CloseOutput(); }

@@ -47,6 +47,7 @@ class CVideoReaderProperties : public CVideoProperties {
 #define MOX_VIDEO_READER_PROPERTY(Name, Type) MOX_READER_PROPERTY(CVideoProperties, Name, Type)
   MOX_VIDEO_READER_PROPERTIES(MOX_VIDEO_READER_PROPERTY)
 #undef MOX_VIDEO_READER_PROPERTY
+  MOX_READER_LETTER_FORMS()
 };
 
 }  // namespace Corvane::Mox

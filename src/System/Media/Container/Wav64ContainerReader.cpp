@@ -1,7 +1,9 @@
 #include "System/Media/Container/Wav64ContainerReader.h"
 
 #include <algorithm>
+#include <iterator>
 
+#include "System/Collections/Value.h"
 #include "System/Console.h"
 #include "System/IO/BinaryReader.h"
 #include "System/IO/Stream.h"
@@ -34,6 +36,9 @@ unsigned int PcmFormat(int bits) {
     default: return 0;
   }
 }
+
+// What the PCM widths and IEEE float map to.
+constexpr unsigned int kFormats[] = {FourCC("raw "), FourCC("sowt"), FourCC("42ni"), FourCC("23ni"), FourCC("23lf")};
 
 }  // namespace
 
@@ -215,6 +220,10 @@ Result CWav64ContainerReader::EndIndex() {
   SetReady(false);
   Close();
   return Result();
+}
+
+CFormatList* CWav64ContainerReader::GetAudioFormats() const {
+  return NewFormatList(kFormats, static_cast<int>(std::size(kFormats)));
 }
 
 int CWav64ContainerReader::GetAudioMediaCount() const { return properties_ ? 1 : 0; }

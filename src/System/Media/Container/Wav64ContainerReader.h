@@ -31,6 +31,10 @@ class CWav64ContainerReader : public CContainerReader {
   Result BeginIndex() override;
   Result EndIndex() override;
 
+  // The file's name.
+  CString* GetFileIdentifier(CString* name) const override { return GetContextFileName(name); }
+  // The PCM and float formats of the widths the reader takes.
+  CFormatList* GetAudioFormats() const override;
   int GetAudioMediaCount() const override;
   CAudioProperties* GetAudioProperties(int track) const override;
   bool IsAudioReady(int) const override { return true; }

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "System/ByteArray.h"
+#include "System/Collections/Value.h"
 #include "System/Console.h"
 #include "System/IO/BinaryReader.h"
 #include "System/IO/Stream.h"
@@ -55,7 +57,7 @@ constexpr int FormatCount = static_cast<int>(sizeof(kFormats) / sizeof(kFormats[
 constexpr long long MaximumSampleBytes = 64ll << 20;
 
 // Every value comes from the file's headers: the container's word.
-constexpr int From = CMediaReader::Container;
+constexpr CMediaReader::PropertyContext From = CMediaReader::Container;
 
 int IndexOfFormat(unsigned int format) {
   // Microsoft GSM 6.10 is read as "gsm ".
@@ -89,10 +91,7 @@ CWavContainerReader::~CWavContainerReader() {
   if (properties_) properties_->Release();
 }
 
-const unsigned int* CWavContainerReader::GetAudioFormats(int& count) {
-  count = FormatCount;
-  return kFormats;
-}
+CFormatList* CWavContainerReader::GetAudioFormats() const { return NewFormatList(kFormats, FormatCount); }
 
 int CWavContainerReader::Validate(CStream* stream) {
   if (!stream) return 0;
@@ -132,7 +131,7 @@ Result CWavContainerReader::SetProperties(CAudioReaderProperties* properties, CW
   // Times count audio frames: one frame per unit of the sample rate.
   if (result.Succeeded()) result = properties->SetSampleDuration(1);
   for (int channel = 0; channel < described->GetChannels() && result.Succeeded(); ++channel)
-    result = properties->SetChannelLabel(channel, described->GetChannelLabel(channel));
+    result = properties->SetChannelLabel(From, channel, described->GetChannelLabel(channel));
   return result;
 }
 
@@ -318,7 +317,14 @@ Result CWavContainerReader::AnalyzeChannelCoding() {
     if (result.Failed()) break;
   }
   delivered_ = 0;
-  return analyzer->End(properties_);
+  // What the samples carry is the essence's word on each channel's coding.
+  RObject<CAudioProperties> found(new CAudioProperties());
+  result = analyzer->End(found);
+  for (int channel = 0; channel < properties_->GetChannels() && result.Succeeded(); ++channel) {
+    const unsigned int coding = found->GetChannelCoding(channel);
+    if (coding) result = properties_->SetChannelCoding(CMediaReader::Essence, channel, coding);
+  }
+  return result;
 }
 
 int CWavContainerReader::GetAudioMediaCount() const { return properties_ ? 1 : 0; }

@@ -21,16 +21,17 @@ class CWavContainerReader : public CContainerReader {
   CWavContainerReader();
   ~CWavContainerReader() override;
 
-  // The audio formats the reader hands out, in order; count receives their
-  // number.
-  static const unsigned int* GetAudioFormats(int& count);
-
   // 128 for "RIFF" or "RF64", 4 bytes, "WAVE".
   int Validate(CStream* stream) override;
   Result BeginIndex() override;
   // Releases the stream.
   Result EndIndex() override;
 
+  // The file's name.
+  CString* GetFileIdentifier(CString* name) const override { return GetContextFileName(name); }
+  // The audio formats the reader hands out: the block codecs, PCM and
+  // float of every width and byte order, MPEG audio.
+  CFormatList* GetAudioFormats() const override;
   int GetAudioMediaCount() const override;
   CAudioProperties* GetAudioProperties(int track) const override;
   bool IsAudioReady(int) const override { return true; }

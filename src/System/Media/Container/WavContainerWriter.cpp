@@ -1,6 +1,9 @@
 #include "System/Media/Container/WavContainerWriter.h"
 
+#include <iterator>
+
 #include "System/ByteArray.h"
+#include "System/Collections/Value.h"
 #include "System/FourString.h"
 #include "System/IO/BinaryWriter.h"
 #include "System/IO/Stream.h"
@@ -54,12 +57,24 @@ CString* GetText(const CProperties* bag, const PropertyName& name) {
   return text;
 }
 
+// The codes a WAVE format structure expresses, then Dolby E, which travels
+// as PCM of its word size.
+constexpr unsigned int kFormats[] = {
+    FourCC("raw "), FourCC("sowt"), FourCC("02ni"), FourCC("42ni"), FourCC("23ni"), FourCC("23lf"), FourCC("46lf"),
+    FourCC("alaw"), FourCC("ulaw"), CWindowsAudioFormat::MicrosoftPrefix | CWindowsAudioFormat::FormatAlaw,
+    CWindowsAudioFormat::MicrosoftPrefix | CWindowsAudioFormat::FormatMulaw, FourCC("dlbe"),
+};
+
 }  // namespace
 
 CWavContainerWriter::CWavContainerWriter()
     : CContainerWriter(ComponentCode), junkPosition_(0), factPosition_(0), dataPosition_(0), dataSize_(0), rf64_(false) {}
 
 CWavContainerWriter::~CWavContainerWriter() { CloseOutput(); }
+
+CFormatList* CWavContainerWriter::GetAudioFormats() const {
+  return NewFormatList(kFormats, static_cast<int>(std::size(kFormats)));
+}
 
 int CWavContainerWriter::GetAudioMediaCount() const { return properties_ ? 1 : 0; }
 

@@ -25,6 +25,10 @@ class CWavContainerWriter : public CContainerWriter {
   ~CWavContainerWriter() override;
 
   const char* GetDefaultExtension() const override { return "wav"; }
+  // The output's file name.
+  CString* GetFileIdentifier(CString* name) const override { return GetOutputFileName(name); }
+  // The formats a WAVE format tag expresses, and Dolby E (written as PCM).
+  CFormatList* GetAudioFormats() const override;
   int GetAudioMediaCount() const override;
   CAudioProperties* GetAudioProperties(int track) const override;
   // One track; formats without a WAVE tag are refused here, naming the

@@ -1,8 +1,13 @@
 #include "System/Media/Container/Y4mContainerReader.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstring>
+#include <iterator>
 
+#include "System/Collections/Value.h"
 #include "System/Console.h"
+#include "System/IO/FileStream.h"
 #include "System/IO/MemoryStream.h"
 #include "System/IO/Stream.h"
 #include "System/Media/Container/ContainerMediaReader.h"
@@ -20,6 +25,10 @@
 namespace Corvane::Mox {
 
 namespace {
+
+// The track formats the colour spaces map to, each once.
+constexpr unsigned int kFormats[] = {FourCC("I420"), FourCC("I411"), FourCC("I422"),
+                                     FourCC("I444"), FourCC("I0AL"), FourCC("I2AL")};
 
 unsigned int FormatOf(Y4mColorSpace space) {
   switch (space) {
@@ -140,14 +149,16 @@ Result CY4mContainerReader::BeginIndex() {
   return Result();
 }
 
-Result CY4mContainerReader::ReadFrameAt(long long position, long long& picture) {
+Result CY4mContainerReader::ReadFrameAt(long long position, long long length, long long& picture) {
   CAutoLock lock(stream_);
   // A frame line is short: read a few bytes straight from the file and
   // parse them in memory, so that indexing neither fills the read cache with
-  // picture data nor costs a call per byte.
+  // picture data nor costs a call per byte. Only bytes already written are
+  // asked for, so that a stream following a growing file never waits here.
   unsigned char line[256];
+  const int wanted = static_cast<int>(std::min<long long>(sizeof(line), length - position));
   int read = 0;
-  Result result = ReadUncached(stream_, position, line, sizeof(line), read);
+  Result result = ReadUncached(stream_, position, line, wanted, read);
   if (result.Succeeded()) {
     RObject<CMemoryStream> memory(new CMemoryStream(read, line));
     RObject<CY4mFrame> frame;
@@ -168,27 +179,82 @@ Result CY4mContainerReader::ReadFrameAt(long long position, long long& picture) 
   return Result();
 }
 
+long long CY4mContainerReader::GetWrittenLength() const {
+  CAutoLock lock(stream_);
+  return std::max(stream_->GetLength(), stream_->GetAvailableLength());
+}
+
+void CY4mContainerReader::MarkIndexAtEnd() {
+  bool atEnd = false;
+  if (GetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, atEnd).GetResultCode() == 0 && atEnd) return;
+  SetProperty(ContainerProperty::ContainerReader::IsIndexAtEnd, true);
+  // Whoever waits on the reader may want to know.
+  CAutoLock lock(this);
+  NotifyAll();
+}
+
+bool CY4mContainerReader::WaitForGrowth(long long length) {
+  if (GetReadTimeout() <= 0) return false;
+  MarkIndexAtEnd();
+  using Clock = std::chrono::steady_clock;
+  auto deadline = Clock::now() + std::chrono::milliseconds(GetReadTimeout());
+  for (;;) {
+    if (GetWrittenLength() > length) return true;
+    // A changed ReadTimeout counts from now; the wait wakes for it, for a
+    // stop, and at the poll interval to look at the file again.
+    const auto now = Clock::now();
+    deadline = std::min(deadline, now + std::chrono::milliseconds(GetReadTimeout()));
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - now).count();
+    if (left <= 0) return false;
+    CAutoLock lock(this);
+    if (!IsReady()) return false;
+    Wait(static_cast<int>(std::min<long long>(left, CFileStream::PollInterval)));
+  }
+}
+
+CY4mContainerReader::FrameState CY4mContainerReader::FindWholeFrame(long long position, long long& length,
+                                                                    long long& picture) {
+  for (;;) {
+    Result result = position < length ? ReadFrameAt(position, length, picture) : ResultEndOfStream();
+    if (result.Succeeded() && picture + frameSize_ <= length) return FrameState::Whole;
+    // The frame is not all there: a growing file may still complete it (a
+    // damaged frame line never will).
+    const bool damaged = result.GetResultCode() == ResultUnexpected().GetResultCode();
+    if (damaged || !WaitForGrowth(length)) return position < length ? FrameState::Incomplete : FrameState::End;
+    length = GetWrittenLength();
+    EstimateDuration(length);
+  }
+}
+
+void CY4mContainerReader::EstimateDuration(long long length) {
+  // Estimated as when indexing began, from the whole length: the header and
+  // the "FRAME" lines are deliberately not subtracted.
+  CAutoLock lock(this);
+  const long long estimate = length / frameSize_ * properties_->GetFrameDuration();
+  if (estimate > properties_->GetDuration()) properties_->SetDuration(CMediaReader::Container, estimate);
+}
+
 Result CY4mContainerReader::ReadIndex() {
-  const long long length = stream_->GetLength();
   const long long duration = properties_->GetFrameDuration();
+  long long length = GetWrittenLength();
   long long position = headerEnd_;
   Result outcome;
-  for (int frame = 0; IsReady() && position < length; ++frame) {
+  for (int frame = 0; IsReady(); ++frame) {
     long long picture = 0;
-    Result result = ReadFrameAt(position, picture);
-    if (result.Failed() || picture + frameSize_ > length) {
+    const FrameState state = FindWholeFrame(position, length, picture);
+    if (state == FrameState::Incomplete) {
       // A damaged or truncated frame ends the track at the previous frame.
       MOX_LOG(2, "frame %d at %lld is incomplete; the track ends before it\n", frame, position);
       CVariance::Report(position, CVariance::Major, "frame %d at %lld is incomplete; the track ends before it\n", frame,
                         position);
-      break;
     }
+    if (state != FrameState::Whole) break;
     RObject<CVideoSample> sample(new CVideoSample(frame, duration, 0));
     sample->SetTime(frame * duration);
     RObject<CContainerDataReference> reference(
         new CContainerDataReference(CContainerDataReference::TypeCode, picture, static_cast<int>(frameSize_)));
     sample->SetDataReference(reference);
-    result = media_->EnqueueSample(sample);
+    Result result = media_->EnqueueSample(sample);
     if (result.Failed()) {
       MOX_LOG(2, "indexing terminated\n");
       outcome = ResultError(result, "indexing terminated");
@@ -211,10 +277,16 @@ Result CY4mContainerReader::EndIndex() {
   return media_->EndIndex();
 }
 
+CFormatList* CY4mContainerReader::GetVideoFormats() const {
+  return NewFormatList(kFormats, static_cast<int>(std::size(kFormats)));
+}
+
 int CY4mContainerReader::GetVideoMediaCount() const { return properties_ ? 1 : 0; }
 
 CVideoProperties* CY4mContainerReader::GetVideoProperties(int track) const {
   if (track != 0 || !properties_) return nullptr;
+  // The index thread raises the duration while a growing file is followed.
+  CAutoLock lock(this);
   return new CVideoProperties(properties_);
 }
 

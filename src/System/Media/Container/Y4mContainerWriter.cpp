@@ -1,6 +1,9 @@
 #include "System/Media/Container/Y4mContainerWriter.h"
 
+#include <iterator>
+
 #include "System/ByteArray.h"
+#include "System/Collections/Value.h"
 #include "System/FourString.h"
 #include "System/IO/Stream.h"
 #include "System/Media/LockedDataReference.h"
@@ -44,6 +47,12 @@ Y4mInterlacingMode InterlacingOf(int fieldOrder) {
 }
 
 }  // namespace
+
+CFormatList* CY4mContainerWriter::GetVideoFormats() const {
+  unsigned int formats[std::size(kSpaces)];
+  for (std::size_t i = 0; i < std::size(kSpaces); ++i) formats[i] = kSpaces[i].format;
+  return NewFormatList(formats, static_cast<int>(std::size(kSpaces)));
+}
 
 CY4mContainerWriter::CY4mContainerWriter() : CSingleVideoTrackWriter(ComponentCode), frameSize_(0) {}
 

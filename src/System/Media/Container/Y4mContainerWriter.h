@@ -17,6 +17,10 @@ class CY4mContainerWriter : public CSingleVideoTrackWriter<CContainerWriter> {
   ~CY4mContainerWriter() override;
 
   const char* GetDefaultExtension() const override { return "y4m"; }
+  // The output's file name.
+  CString* GetFileIdentifier(CString* name) const override { return GetOutputFileName(name); }
+  // The planar formats that have a YUV4MPEG2 colour space.
+  CFormatList* GetVideoFormats() const override;
   // Opens the output and writes the header (W, H, F, C, I, A); a format
   // without a YUV4MPEG2 colour space fails with ResultNotSupported.
   Result BeginIndex() override;

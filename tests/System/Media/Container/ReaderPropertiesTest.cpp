@@ -70,6 +70,82 @@ TEST_F(ReaderPropertiesTest, BadContextsAndTimeScalesAreThrown) {
   EXPECT_TRUE(video->SetWidth(CMediaReader::Essence, -5).Failed());
 }
 
+TEST_F(ReaderPropertiesTest, ChannelPropertiesKeepAValuePerContextForEachChannel) {
+  RObject<CAudioReaderProperties> audio(new CAudioReaderProperties());
+  ASSERT_TRUE(audio->SetChannels(CMediaReader::Container, 4).Succeeded());
+  ASSERT_TRUE(audio->SetChannelLabel(CMediaReader::Container, 0, 1).Succeeded());
+  ASSERT_TRUE(audio->SetChannelLabel(CMediaReader::Essence, 1, 5).Succeeded());
+  ASSERT_TRUE(audio->SetChannelLabel(CMediaReader::Container, 1, 3).Succeeded());
+  // The essence outranks the container on channel 1 only.
+  EXPECT_EQ(audio->GetChannelLabel(1), 5);
+  EXPECT_EQ(audio->GetChannelLabel(CMediaReader::Container, 1), 3);
+  EXPECT_EQ(audio->GetChannelLabel(CMediaReader::Essence, 1), 5);
+  ASSERT_TRUE(audio->SetChannelLabel(CMediaReader::Container, 0, 7).Succeeded());
+  EXPECT_EQ(audio->GetChannelLabel(0), 7);
+  EXPECT_TRUE(audio->IsChannelLabelSet(CMediaReader::Container, 0));
+  EXPECT_FALSE(audio->IsChannelLabelSet(CMediaReader::Essence, 0));
+  EXPECT_FALSE(audio->IsChannelLabelSet(CMediaReader::Container, 2));
+  // The plain form records the unspecified context, which both outrank.
+  ASSERT_TRUE(audio->SetChannelCoding(2, FourCC("ac-3")).Succeeded());
+  EXPECT_EQ(audio->GetChannelCoding(CMediaReader::Unspecified, 2), FourCC("ac-3"));
+  EXPECT_EQ(audio->GetChannelCoding(2), FourCC("ac-3"));
+  ASSERT_TRUE(audio->SetChannelCoding(CMediaReader::Essence, 2, FourCC("dlbe")).Succeeded());
+  ASSERT_TRUE(audio->SetChannelCoding(3, FourCC("ac-3")).Succeeded());
+  EXPECT_EQ(audio->GetChannelCoding(2), FourCC("dlbe"));
+  ASSERT_TRUE(audio->SetChannelProgram(CMediaReader::Container, 3, 2).Succeeded());
+  ASSERT_TRUE(audio->SetChannelContent(CMediaReader::Essence, 3, 9).Succeeded());
+  EXPECT_EQ(audio->GetChannelProgram(3), 2);
+  EXPECT_EQ(audio->GetChannelContent(3), 9);
+  EXPECT_EQ(audio->GetChannelContent(CMediaReader::Container, 3), 0);
+  // Channels beyond the description's 128 are refused; a bad context throws.
+  EXPECT_EQ(audio->SetChannelProgram(CMediaReader::Container, 128, 1).GetResultCode(),
+            ResultArgumentOutOfRange().GetResultCode());
+  EXPECT_EQ(audio->SetChannelLabel(-1, 1).GetResultCode(), ResultArgumentOutOfRange().GetResultCode());
+  EXPECT_EQ(audio->GetChannelProgram(CMediaReader::Container, 128), 0);
+  EXPECT_EQ(audio->GetChannelProgram(CMediaReader::Container, 127), 0);
+  EXPECT_THROW(audio->SetChannelContent(static_cast<CMediaReader::PropertyContext>(3), 0, 1), Result);
+  EXPECT_THROW(audio->GetChannelCoding(static_cast<CMediaReader::PropertyContext>(3), 0), Result);
+  // A copy keeps the record: the container is still outranked on channel 1.
+  RObject<CAudioReaderProperties> copy(new CAudioReaderProperties(audio.Get()));
+  EXPECT_EQ(copy->GetChannelLabel(CMediaReader::Container, 1), 3);
+  ASSERT_TRUE(copy->SetChannelLabel(CMediaReader::Container, 1, 9).Succeeded());
+  EXPECT_EQ(copy->GetChannelLabel(1), 5);
+  EXPECT_EQ(copy->GetChannelCoding(CMediaReader::Essence, 2), FourCC("dlbe"));
+  // A plain description copied from the reader's carries the values in force.
+  RObject<CAudioProperties> plain(new CAudioProperties(audio.Get()));
+  EXPECT_EQ(plain->GetChannelLabel(1), 5);
+  EXPECT_EQ(plain->GetChannelCoding(3), FourCC("ac-3"));
+}
+
+TEST_F(ReaderPropertiesTest, LanguagesAreSetAsThreeLettersAndRegionsAsTwoPerContext) {
+  RObject<CSubtitleReaderProperties> subtitle(new CSubtitleReaderProperties());
+  ASSERT_TRUE(subtitle->SetLanguage(CMediaReader::Container, 'e', 'n', 'g').Succeeded());
+  ASSERT_TRUE(subtitle->SetLanguage(CMediaReader::Essence, 'f', 'r', 'a').Succeeded());
+  char a = 0, b = 0, c = 0;
+  subtitle->GetLanguage(CMediaReader::Container, a, b, c);
+  EXPECT_EQ(std::string({a, b, c}), "eng");
+  subtitle->GetLanguage(a, b, c);  // the value in force
+  EXPECT_EQ(std::string({a, b, c}), "fra");
+  EXPECT_EQ(subtitle->GetLanguage(), CMediaProperties::PackLanguageCode('f', 'r', 'a'));
+  // A region is kept as its three-letter code and read back as two letters.
+  RObject<CVideoReaderProperties> video(new CVideoReaderProperties());
+  ASSERT_TRUE(video->SetRegion(CMediaReader::Container, 'U', 'S').Succeeded());
+  EXPECT_EQ(video->GetRegion(), CMediaProperties::PackRegionCode('u', 's', 'a'));
+  video->GetRegion(CMediaReader::Container, a, b);
+  EXPECT_EQ(std::string({a, b}), "US");
+  video->GetRegion(CMediaReader::Essence, a, b);
+  EXPECT_EQ(a, 0);
+  EXPECT_EQ(video->SetRegion(CMediaReader::Essence, 'Q', 'Q').GetResultCode(), ResultInvalidArgument().GetResultCode());
+  EXPECT_FALSE(video->IsRegionSet(CMediaReader::Essence));
+  EXPECT_THROW(video->SetRegion(3, 'U', 'S'), Result);
+  RObject<CAudioReaderProperties> audio(new CAudioReaderProperties());
+  ASSERT_TRUE(audio->SetLanguage('d', 'e', 'u').Succeeded());
+  EXPECT_TRUE(audio->IsLanguageSet(CMediaReader::Unspecified));
+  ASSERT_TRUE(audio->SetRegion('D', 'E').Succeeded());
+  audio->GetRegion(CMediaReader::Unspecified, a, b);
+  EXPECT_EQ(std::string({a, b}), "DE");
+}
+
 TEST_F(ReaderPropertiesTest, ElementaryWritersAreChosenByKindAndFormat) {
   RObject<CVideoProperties> avc(new CVideoProperties());
   avc->SetFormat(FourCC("avc1"));
