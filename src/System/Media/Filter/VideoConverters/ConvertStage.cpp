@@ -77,21 +77,25 @@ Result CConvertStage::Prepare() {
   return Result();
 }
 
-void CConvertStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const {
+void CConvertStage::ProcessLine(ComponentLines& lines, ComponentLines&, int) const {
   const int width = output_->GetWidth();
-  ComponentLines& lines = GetScratch(0, LineCodec::GetSlotCapacity(width));
   const int widths[4] = {width, inputCodec_->GetChromaWidth(width), inputCodec_->GetChromaWidth(width), width};
   const unsigned mask = (1u << (inputCodec_->bitDepth)) - 1;
+  for (int slot = 0; slot < 4; ++slot) {
+    if (slot == 3 && !inputCodec_->alpha) continue;
+    const uint16_t* table = table_[slot].data();
+    uint16_t* values = lines.slot[slot];
+    for (int x = 0; x < widths[slot]; ++x) values[x] = table[values[x] & mask];
+  }
+  FillAlpha(lines, width);
+}
+
+void CConvertStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const {
+  const int capacity = LineCodec::GetSlotCapacity(output_->GetWidth());
+  ComponentLines lines = GetScratch(0, capacity), spare = GetScratch(1, capacity);
   for (int y = firstLine; y < lastLine; ++y) {
-    inputCodec_->Decode(input, width, y, lines);
-    for (int slot = 0; slot < 4; ++slot) {
-      if (slot == 3 && !inputCodec_->alpha) continue;
-      const uint16_t* table = table_[slot].data();
-      uint16_t* values = lines.slot[slot];
-      for (int x = 0; x < widths[slot]; ++x) values[x] = table[values[x] & mask];
-    }
-    FillAlpha(lines, width);
-    outputCodec_->Encode(lines, width, y, output);
+    ProduceLine(input, y, lines, spare);
+    EncodeLine(lines, y, output);
   }
 }
 

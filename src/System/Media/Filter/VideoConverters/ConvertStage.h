@@ -22,6 +22,9 @@ class CConvertStage : public CStage {
   Result Prepare() override;
   void TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const override;
 
+ public:
+  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
+
  private:
   std::vector<uint16_t> table_[4];
 };

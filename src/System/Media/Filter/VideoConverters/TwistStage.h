@@ -27,6 +27,9 @@ class CTwistStage : public CStage {
   Result Prepare() override;
   void TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const override;
 
+ public:
+  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
+
  private:
   ColorMatrix4 matrix_;
 };
