@@ -170,6 +170,11 @@ void CStage::ProduceLine(const SamplePlanes& input, int y, ComponentLines& lines
 
 void CStage::ProcessLine(ComponentLines& lines, ComponentLines&, int) const { FillAlpha(lines, output_->GetWidth()); }
 
+void CStage::FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const {
+  ProcessLine(lines, spare, y);
+  EncodeLine(lines, y, output);
+}
+
 void CStage::EncodeLine(const ComponentLines& lines, int y, SamplePlanes& output) const {
   outputCodec_->Encode(lines, output_->GetWidth(), y, output);
 }
@@ -182,8 +187,12 @@ void CStage::TransformChain(const std::vector<const CStage*>& chain, const Sampl
   lastLine = std::min(lastLine, last->output_->GetHeight());
   for (int y = std::max(firstLine, 0); y < lastLine; ++y) {
     chain.front()->ProduceLine(input, y, lines, spare);
-    for (size_t i = 1; i < chain.size(); ++i) chain[i]->ProcessLine(lines, spare, y);
-    last->EncodeLine(lines, y, output);
+    for (size_t i = 1; i + 1 < chain.size(); ++i) chain[i]->ProcessLine(lines, spare, y);
+    if (chain.size() > 1) {
+      last->FinishLine(lines, spare, y, output);
+    } else {
+      last->EncodeLine(lines, y, output);
+    }
   }
 }
 

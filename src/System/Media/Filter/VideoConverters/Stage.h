@@ -90,6 +90,9 @@ class CStage : public CObject {
   virtual void ProduceLine(const SamplePlanes& input, int y, ComponentLines& lines, ComponentLines& spare) const;
   virtual void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const;
   void EncodeLine(const ComponentLines& lines, int y, SamplePlanes& output) const;
+  // ProcessLine and EncodeLine of the chain's last stage, which a stage may
+  // do in one pass.
+  virtual void FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const;
   // Lines [firstLine, lastLine) of a begun chain whose stages after the
   // first need only their own lines, from the first stage's input picture
   // to the last stage's output picture.

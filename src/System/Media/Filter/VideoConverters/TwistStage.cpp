@@ -67,6 +67,7 @@ Result CTwistStage::Prepare() {
   if (!ColorMatrix4::Compose(from, input_->GetVideoRange(), inputCodec_->bitDepth, to, output_->GetVideoRange(),
                              outputCodec_->bitDepth, matrix_))
     return ResultNotSupported("unsupported matrix coefficients %d->%d", from, to);
+  packedMix_ = PackedMix::Find(*outputCodec_);
   return Result();
 }
 
@@ -80,12 +81,21 @@ void CTwistStage::ProcessLine(ComponentLines& lines, ComponentLines& spare, int)
   FillAlpha(lines, width);
 }
 
+void CTwistStage::FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const {
+  if (!packedMix_) return CStage::FinishLine(lines, spare, y, output);
+  const int width = output_->GetWidth();
+  FillAlpha(lines, width);
+  packedMix_(matrix_.m, lines.slot[0], lines.slot[1], lines.slot[2], lines.slot[3],
+             output.data[0] + static_cast<long long>(y) * output.stride[0], width,
+             static_cast<float>(outputCodec_->GetMaximum()));
+}
+
 void CTwistStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const {
   const int capacity = LineCodec::GetSlotCapacity(output_->GetWidth());
   ComponentLines lines = GetScratch(0, capacity), spare = GetScratch(1, capacity);
   for (int y = firstLine; y < lastLine; ++y) {
-    ProduceLine(input, y, lines, spare);
-    EncodeLine(lines, y, output);
+    inputCodec_->Decode(input, output_->GetWidth(), y, lines);
+    FinishLine(lines, spare, y, output);
   }
 }
 

@@ -6,6 +6,7 @@
 // rounded to the nearest code value and clamped.
 
 #include "System/Media/Filter/VideoConverters/ColorMatrix.h"
+#include "System/Media/Filter/VideoConverters/PackedMix.h"
 #include "System/Media/Filter/VideoConverters/Stage.h"
 
 namespace Corvane::Mox {
@@ -29,9 +30,11 @@ class CTwistStage : public CStage {
 
  public:
   void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
+  void FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const override;
 
  private:
   ColorMatrix4 matrix_;
+  PackedMix::Kernel packedMix_ = nullptr;  // 8-bit packed RGB output in one pass
 };
 
 }  // namespace Corvane::Mox
