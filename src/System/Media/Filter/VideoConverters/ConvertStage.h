@@ -27,6 +27,7 @@ class CConvertStage : public CStage {
 
  private:
   std::vector<uint16_t> table_[4];
+  int shift_[4] = {};  // the shift each table amounts to, when it is one
 };
 
 }  // namespace Corvane::Mox
