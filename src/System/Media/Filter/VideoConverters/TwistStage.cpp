@@ -85,9 +85,9 @@ void CTwistStage::FinishLine(ComponentLines& lines, ComponentLines& spare, int y
   if (!packedMix_) return CStage::FinishLine(lines, spare, y, output);
   const int width = output_->GetWidth();
   FillAlpha(lines, width);
-  packedMix_(matrix_.m, lines.slot[0], lines.slot[1], lines.slot[2], lines.slot[3],
-             output.data[0] + static_cast<long long>(y) * output.stride[0], width,
-             static_cast<float>(outputCodec_->GetMaximum()));
+  packedMix_.Run(matrix_.m, lines.slot[0], lines.slot[1], lines.slot[2], lines.slot[3],
+                 output.data[0] + static_cast<long long>(y) * output.stride[0], width,
+                 static_cast<float>(outputCodec_->GetMaximum()));
 }
 
 void CTwistStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const {

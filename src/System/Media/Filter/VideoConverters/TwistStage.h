@@ -34,7 +34,7 @@ class CTwistStage : public CStage {
 
  private:
   ColorMatrix4 matrix_;
-  PackedMix::Kernel packedMix_ = nullptr;  // 8-bit packed RGB output in one pass
+  PackedMix packedMix_;  // 8-bit packed RGB output in one pass
 };
 
 }  // namespace Corvane::Mox
