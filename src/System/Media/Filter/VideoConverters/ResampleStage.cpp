@@ -24,6 +24,11 @@ MOX_VECTOR_CLONES void Accumulate(float* sums, const uint16_t* values, float wei
   for (int x = 0; x < width; ++x) sums[x] += weight * values[x];
 }
 
+// sums = weight × values: the first tap, without clearing the sums first.
+MOX_VECTOR_CLONES void Scale(float* sums, const uint16_t* values, float weight, int width) {
+  for (int x = 0; x < width; ++x) sums[x] = weight * values[x];
+}
+
 struct ChromaScratch {
   std::vector<float> sums[2];
 };
@@ -212,15 +217,23 @@ void CResampleStage::ResampleChroma(const SamplePlanes& input, int y, ComponentL
   const int inW = inputCodec_->GetChromaWidth(width), outW = outputCodec_->GetChromaWidth(width);
   ComponentLines& decoded = GetScratch(2, LineCodec::GetSlotCapacity(width));
   const int line = y / outputCodec_->verticalFactor;
-  for (auto& sums : scratch.sums) sums.assign(static_cast<size_t>(inW) + 1, 0.0f);
+  for (auto& sums : scratch.sums) {
+    sums.resize(static_cast<size_t>(inW) + 1);
+    sums[inW] = 0.0f;
+  }
   const float* vw = &vertical_.weights[static_cast<size_t>(line) * vertical_.width];
   const int* vi = &vertical_.index[static_cast<size_t>(line) * vertical_.width];
+  bool first = true;
   for (int k = 0; k < vertical_.width; ++k) {
     if (vw[k] == 0.0f) continue;
     const int source = vi[k];
     inputCodec_->Decode(input, width, source * inputCodec_->verticalFactor, decoded, LineCodec::Chroma);
-    for (int c = 0; c < 2; ++c) Accumulate(scratch.sums[c].data(), decoded.slot[1 + c], vw[k], inW);
+    for (int c = 0; c < 2; ++c)
+      (first ? Scale : Accumulate)(scratch.sums[c].data(), decoded.slot[1 + c], vw[k], inW);
+    first = false;
   }
+  if (first)
+    for (auto& sums : scratch.sums) std::fill(sums.begin(), sums.end(), 0.0f);
   ApplyHorizontal(scratch.sums, result, outW);
 }
 
