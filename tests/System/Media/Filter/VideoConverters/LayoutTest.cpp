@@ -65,7 +65,8 @@ TEST(VideoFormatConverterLayout, TinyAndOddSizesStayInsideThePlanes) {
 }
 
 TEST(VideoFormatConverterLayout, OddFullHdSizesRoundTrip) {
-  const Pair big[] = {{"I420", "NV12"}, {"I422", "UYVY"}, {"I2AL", "v210"}, {"24BG", "RGBA"}};
+  const Pair big[] = {{"I420", "NV12"}, {"I422", "UYVY"}, {"I2AL", "v210"}, {"24BG", "RGBA"},
+                      {"GBRG", "L48R"}, {"I444", "NV32"}, {"I416", "r4fl"}};
   for (const Pair& pair : big) ExpectRoundTrip(pair, 1921, 1081);
 }
 

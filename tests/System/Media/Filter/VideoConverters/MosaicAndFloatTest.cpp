@@ -138,3 +138,18 @@ TEST(VideoFormatConverterFloat, EightBitPicturesReachTheFloatFormatsThroughSixte
   ASSERT_TRUE(back.result.Succeeded()) << back.result.GetDetails();
   EXPECT_EQ(back.bytes, bytes);
 }
+
+TEST(VideoFormatConverterMosaicAndFloat, LayoutsReachAndAreReachedFromTheCommonOnes) {
+  const std::pair<const char*, const char*> pairs[] = {
+      {"RGGB", "I420"}, {"BGGR", "24BG"}, {"I420", "GRBG"}, {"r4fl", "UYVY"}, {"I420", "r4fl"},
+      {"R4fl", "I444"}, {"24BG", "R4fl"}, {"NV32", "24BG"}, {"I420", "NV32"}, {"norm", "I420"},
+  };
+  for (const auto& [from, to] : pairs) {
+    SCOPED_TRACE(std::string(from) + " -> " + to);
+    RObject<CVideoProperties> input(Describe(Code(from), 6, 4));
+    Conversion made = Convert(input, Random(Code(from), 6, 4, 3), Code(to));
+    ASSERT_TRUE(made.result.Succeeded()) << made.result.GetDetails();
+    EXPECT_EQ(made.output->GetFormat(), Code(to));
+    EXPECT_EQ(made.bytes.size(), NaturalSize(Code(to), 6, 4));
+  }
+}
