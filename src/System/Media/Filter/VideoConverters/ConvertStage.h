@@ -15,15 +15,13 @@ class CConvertStage : public CStage {
   static constexpr unsigned int StageType = FourCC("cvrt");
   CConvertStage();
   static const std::vector<Row>& GetStageMap();
+  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
 
  protected:
   bool Offers(const Row& row, const CVideoProperties* input) const override;
   void ApplyTarget(CVideoProperties* output) const override;
   Result Prepare() override;
   void TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const override;
-
- public:
-  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
 
  private:
   std::vector<uint16_t> table_[4];

@@ -16,6 +16,8 @@ class CTwistStage : public CStage {
   static constexpr unsigned int StageType = FourCC("twst");
   CTwistStage();
   static const std::vector<Row>& GetStageMap();
+  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
+  void FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const override;
 
   // The matrix of the current run (after Begin).
   const ColorMatrix4& GetMatrix() const { return matrix_; }
@@ -27,10 +29,6 @@ class CTwistStage : public CStage {
   void ApplyTarget(CVideoProperties* output) const override;
   Result Prepare() override;
   void TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const override;
-
- public:
-  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
-  void FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const override;
 
  private:
   ColorMatrix4 matrix_;
