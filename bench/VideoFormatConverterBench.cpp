@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -75,6 +76,55 @@ void RunStage(benchmark::State& state, unsigned int from, int fromMatrix, unsign
   state.SetLabel(FourString(stage->GetStageType()).GetChars());
 }
 
+// Runs the whole planned chain line by line, as the converter does when the
+// stages after the first need only their own lines.
+void RunChain(benchmark::State& state, unsigned int from, int fromMatrix, unsigned int to, int toMatrix, int toRange) {
+  RObject<CVideoProperties> input(Describe(from, fromMatrix, 1)), output(Describe(to, toMatrix, toRange));
+  RObject<CList<CStage>> stages(CVideoFormatConverter::FindConversionPath(CVideoFormatConverter::CS_SPEED, input, output));
+  if (!stages) {
+    state.SkipWithError("no path");
+    return;
+  }
+  std::vector<const CStage*> chain;
+  std::string label;
+  for (CStage* stage : *stages) {
+    chain.push_back(stage);
+    label += std::string(label.empty() ? "" : "+") + FourString(stage->GetStageType()).GetChars();
+  }
+  Picture in(from), out(to);
+  for (auto _ : state) {
+    CStage::TransformChain(chain, in.planes, out.planes, 0, kHeight);
+    benchmark::DoNotOptimize(out.bytes.data());
+  }
+  state.SetItemsProcessed(state.iterations() * kWidth * kHeight);
+  state.SetBytesProcessed(state.iterations() * static_cast<long long>(in.bytes.size()));
+  state.SetLabel(label);
+}
+
+// The same chain stage after stage through whole intermediate pictures,
+// as chains whose later stages need neighbouring lines still run.
+void RunStages(benchmark::State& state, unsigned int from, int fromMatrix, unsigned int to, int toMatrix, int toRange) {
+  RObject<CVideoProperties> input(Describe(from, fromMatrix, 1)), output(Describe(to, toMatrix, toRange));
+  RObject<CList<CStage>> stages(CVideoFormatConverter::FindConversionPath(CVideoFormatConverter::CS_SPEED, input, output));
+  if (!stages) {
+    state.SkipWithError("no path");
+    return;
+  }
+  std::vector<const CStage*> chain;
+  std::vector<std::unique_ptr<Picture>> pictures;
+  pictures.push_back(std::make_unique<Picture>(from));
+  for (CStage* stage : *stages) {
+    chain.push_back(stage);
+    pictures.push_back(std::make_unique<Picture>(stage->GetOutput()->GetFormat()));
+  }
+  for (auto _ : state) {
+    for (size_t i = 0; i < chain.size(); ++i) chain[i]->Transform(pictures[i]->planes, pictures[i + 1]->planes, 0, kHeight);
+    benchmark::DoNotOptimize(pictures.back()->bytes.data());
+  }
+  state.SetItemsProcessed(state.iterations() * kWidth * kHeight);
+  state.SetBytesProcessed(state.iterations() * static_cast<long long>(pictures.front()->bytes.size()));
+}
+
 void BM_Memcpy(benchmark::State& state, unsigned int format) {
   Picture in(format), out(format);
   for (auto _ : state) {
@@ -104,3 +154,8 @@ BENCHMARK_CAPTURE(RunStage, Twist_24BG_I444, FourCC("24BG"), 0, FourCC("I444"), 
 BENCHMARK_CAPTURE(RunStage, Resample_I420_I422, FourCC("I420"), 1, FourCC("I422"), 1, 1);
 BENCHMARK_CAPTURE(RunStage, Resample_I420_I444, FourCC("I420"), 1, FourCC("I444"), 1, 1);
 BENCHMARK_CAPTURE(RunStage, Resample_I444_I420, FourCC("I444"), 1, FourCC("I420"), 1, 1);
+BENCHMARK_CAPTURE(RunChain, Chain_I420_24BG, FourCC("I420"), 1, FourCC("24BG"), 0, 2);
+BENCHMARK_CAPTURE(RunChain, Chain_I420_I2AL, FourCC("I420"), 1, FourCC("I2AL"), 1, 1);
+BENCHMARK_CAPTURE(RunChain, Chain_I420_UYVY, FourCC("I420"), 1, FourCC("UYVY"), 1, 1);
+BENCHMARK_CAPTURE(RunStages, Stages_I420_24BG, FourCC("I420"), 1, FourCC("24BG"), 0, 2);
+BENCHMARK_CAPTURE(RunStages, Stages_I420_I2AL, FourCC("I420"), 1, FourCC("I2AL"), 1, 1);

@@ -15,6 +15,7 @@ class CConvertStage : public CStage {
   static constexpr unsigned int StageType = FourCC("cvrt");
   CConvertStage();
   static const std::vector<Row>& GetStageMap();
+  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
 
  protected:
   bool Offers(const Row& row, const CVideoProperties* input) const override;
@@ -24,6 +25,7 @@ class CConvertStage : public CStage {
 
  private:
   std::vector<uint16_t> table_[4];
+  int shift_[4] = {};  // the shift each table amounts to, when it is one
 };
 
 }  // namespace Corvane::Mox

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <vector>
 
+#include "System/Media/Filter/VideoConverters/BayerMosaic.h"
+#include "System/Media/Filter/VideoConverters/FloatPixels.h"
 #include "System/Media/Filter/VideoConverters/PackedTenBit.h"
 #include "System/Media/Filter/VideoConverters/VectorTargets.h"
 #include "System/Media/Video/PlaneLayout.h"
@@ -137,17 +139,27 @@ bool Build(const PlaneLayout& layout, LineCodec& codec) {
     codec.alpha |= std::strchr(layout.planes[p].components, 'A') != nullptr;
   }
   codec.bigEndian = layout.byteOrder == PlaneLayout::BigEndian;
-  if (PackedTenBit::Find(layout.format, codec.packedDecode, codec.packedEncode)) {
+  // The formats with their own codecs: one plane, every line.
+  const auto special = [&](LineCodec::Kind kind) {
+    codec.kind = kind;
     codec.blockWidth[0] = layout.planes[0].blockWidth;
     codec.blockBytes[0] = layout.planes[0].blockBytes;
     codec.planeDivisor[0] = 1;
-    codec.planeSlots[0] = LineCodec::Luma | LineCodec::Chroma;
+    codec.planeSlots[0] = LineCodec::Luma | LineCodec::Chroma | (codec.alpha ? LineCodec::Alpha : 0u);
     return true;
+  };
+  if (PackedTenBit::Find(layout.format, codec.packedDecode, codec.packedEncode)) return special(LineCodec::TenBit);
+  if (BayerMosaic::Find(layout, codec.cell)) {
+    codec.sampleBytes = 2;
+    return special(LineCodec::Mosaic);
+  }
+  if (FloatPixels::Find(layout, codec.cell)) {
+    codec.bitDepth = 16;  // carried as 16-bit code values
+    codec.sampleBytes = 2;
+    return special(LineCodec::Float);
   }
   if (layout.bitDepth < 8 || layout.bitDepth > 16) return false;
   codec.sampleBytes = layout.bitDepth > 8 ? 2 : 1;
-  // "NV32"'s layout disagrees with the 4:4:4 semi-planar form its maps imply.
-  if (layout.format == FourCC("NV32")) return false;
   return BuildRegular(layout, codec);
 }
 
@@ -245,7 +257,7 @@ MOX_VECTOR_CLONES void Deinterleave4(const uint8_t* __restrict__ src, uint16_t* 
 // True when the codec's single plane is whole pixels of one-byte samples
 // without padding.
 bool IsWholePixelBytes(const LineCodec& codec, int& components) {
-  if (codec.planeCount != 1 || codec.sampleBytes != 1 || codec.blockWidth[0] != 1 || codec.packedDecode) return false;
+  if (codec.planeCount != 1 || codec.sampleBytes != 1 || codec.blockWidth[0] != 1 || codec.kind != LineCodec::Regular) return false;
   components = codec.blockBytes[0];
   if ((components != 3 && components != 4) || codec.stepCount != components) return false;
   for (int i = 0; i < components; ++i)
@@ -265,9 +277,11 @@ const LineCodec* LineCodec::Find(unsigned int format) {
 }
 
 void LineCodec::Decode(const SamplePlanes& planes, int width, int y, ComponentLines& lines, unsigned mask) const {
-  if (packedDecode) {
-    packedDecode(planes.data[0] + static_cast<long long>(y) * planes.stride[0], width, lines);
-    return;
+  switch (kind) {
+    case TenBit: packedDecode(planes.data[0] + static_cast<long long>(y) * planes.stride[0], width, lines); return;
+    case Mosaic: BayerMosaic::Decode(cell, planes, width, y, lines); return;
+    case Float: FloatPixels::Decode(cell, planes.data[0] + static_cast<long long>(y) * planes.stride[0], width, lines); return;
+    case Regular: break;
   }
   int components = 0;
   if (mask == All && IsWholePixelBytes(*this, components)) {
@@ -300,9 +314,12 @@ void LineCodec::Decode(const SamplePlanes& planes, int width, int y, ComponentLi
 }
 
 void LineCodec::Encode(const ComponentLines& lines, int width, int y, SamplePlanes& planes, unsigned mask) const {
-  if (packedEncode) {
-    packedEncode(lines, width, planes.data[0] + static_cast<long long>(y) * planes.stride[0], std::abs(planes.stride[0]));
-    return;
+  uint8_t* line = planes.data[0] + static_cast<long long>(y) * planes.stride[0];
+  switch (kind) {
+    case TenBit: packedEncode(lines, width, line, std::abs(planes.stride[0])); return;
+    case Mosaic: BayerMosaic::Encode(cell, lines, width, y, planes); return;
+    case Float: FloatPixels::Encode(cell, lines, width, line); return;
+    case Regular: break;
   }
   int components = 0;
   if (mask == All && IsWholePixelBytes(*this, components)) {

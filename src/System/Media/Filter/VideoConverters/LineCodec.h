@@ -54,6 +54,12 @@ struct LineCodec {
   Step steps[MaxSteps] = {};
   PackedDecode packedDecode = nullptr;  // the bit-packed formats
   PackedEncode packedEncode = nullptr;
+  // Formats outside the regular sample layouts: Bayer mosaics (cell holds
+  // the slot of each place of the 2x2 cell) and packed floats (cell holds
+  // the slot of each float of a pixel).
+  enum Kind { Regular, TenBit, Mosaic, Float };
+  Kind kind = Regular;
+  int cell[4] = {};
 
   // The codec of a format (aliases resolved); null when the format is not
   // one the converter can read and write.
@@ -64,6 +70,9 @@ struct LineCodec {
   // Slot values a line needs room for (blocks may cover pixels beyond the width).
   static int GetSlotCapacity(int width) { return width + 64; }
   int GetMaximum() const { return (1 << bitDepth) - 1; }
+
+  // Whether lines are read with the lines around them (the mosaics).
+  bool NeedsNeighbourLines() const { return kind == Mosaic; }
 
   // Reads picture line y of the slots in mask. Planes with fewer lines than
   // the picture are read at line y / divisor.

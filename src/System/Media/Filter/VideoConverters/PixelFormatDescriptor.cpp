@@ -34,6 +34,8 @@ bool PixelFormatDescriptor::HasAlpha(unsigned int format) {
 
 int PixelFormatDescriptor::GetBitDepth(unsigned int format) {
   const PlaneLayout* layout = PlaneLayout::Find(format);
+  // The 32-bit float formats are carried as 16-bit code values.
+  if (layout && layout->bitDepth == 32) return 16;
   return layout ? layout->bitDepth : 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "System/FourString.h"
 #include "System/Media/Filter/VideoConverters/LineCodec.h"
@@ -21,6 +22,11 @@ bool IsKnownSubsampling(int subsampling) {
 // sums += weight × values over one chroma line.
 MOX_VECTOR_CLONES void Accumulate(float* sums, const uint16_t* values, float weight, int width) {
   for (int x = 0; x < width; ++x) sums[x] += weight * values[x];
+}
+
+// sums = weight × values: the first tap, without clearing the sums first.
+MOX_VECTOR_CLONES void Scale(float* sums, const uint16_t* values, float weight, int width) {
+  for (int x = 0; x < width; ++x) sums[x] = weight * values[x];
 }
 
 struct ChromaScratch {
@@ -48,7 +54,7 @@ const std::vector<CStage::Row>& CResampleStage::GetStageMap() {
 }
 
 bool CResampleStage::NeedsNeighbourLines() const {
-  return !inputCodec_ || !outputCodec_ || inputCodec_->verticalFactor != outputCodec_->verticalFactor;
+  return CStage::NeedsNeighbourLines() || !outputCodec_ || inputCodec_->verticalFactor != outputCodec_->verticalFactor;
 }
 
 bool CResampleStage::Offers(const Row& row, const CVideoProperties* input) const {
@@ -205,30 +211,59 @@ Result CResampleStage::Prepare() {
   return Result();
 }
 
-void CResampleStage::ResampleChromaLine(const SamplePlanes& input, SamplePlanes& output, int y) const {
+void CResampleStage::ResampleChroma(const SamplePlanes& input, int y, ComponentLines& result) const {
   thread_local ChromaScratch scratch;
   const int width = output_->GetWidth();
   const int inW = inputCodec_->GetChromaWidth(width), outW = outputCodec_->GetChromaWidth(width);
-  const int capacity = LineCodec::GetSlotCapacity(width);
-  ComponentLines& decoded = GetScratch(1, capacity);
-  ComponentLines& result = GetScratch(2, capacity);
+  ComponentLines& decoded = GetScratch(2, LineCodec::GetSlotCapacity(width));
   const int line = y / outputCodec_->verticalFactor;
-  for (auto& sums : scratch.sums) sums.assign(static_cast<size_t>(inW) + 1, 0.0f);
+  for (auto& sums : scratch.sums) {
+    sums.resize(static_cast<size_t>(inW) + 1);
+    sums[inW] = 0.0f;
+  }
   const float* vw = &vertical_.weights[static_cast<size_t>(line) * vertical_.width];
   const int* vi = &vertical_.index[static_cast<size_t>(line) * vertical_.width];
+  bool first = true;
   for (int k = 0; k < vertical_.width; ++k) {
     if (vw[k] == 0.0f) continue;
     const int source = vi[k];
     inputCodec_->Decode(input, width, source * inputCodec_->verticalFactor, decoded, LineCodec::Chroma);
-    for (int c = 0; c < 2; ++c) Accumulate(scratch.sums[c].data(), decoded.slot[1 + c], vw[k], inW);
+    for (int c = 0; c < 2; ++c)
+      (first ? Scale : Accumulate)(scratch.sums[c].data(), decoded.slot[1 + c], vw[k], inW);
+    first = false;
   }
+  if (first)
+    for (auto& sums : scratch.sums) std::fill(sums.begin(), sums.end(), 0.0f);
+  ApplyHorizontal(scratch.sums, result, outW);
+}
+
+void CResampleStage::ApplyHorizontal(const std::vector<float> (&sums)[2], ComponentLines& result, int outW) const {
   const float maximum = static_cast<float>(outputCodec_->GetMaximum());
+  for (int c = 0; c < 2; ++c) horizontal_.Apply(sums[c].data(), result.slot[1 + c], outW, maximum);
+}
+
+void CResampleStage::ProduceLine(const SamplePlanes& input, int y, ComponentLines& lines, ComponentLines&) const {
+  const int width = output_->GetWidth();
+  inputCodec_->Decode(input, width, y, lines, LineCodec::Luma | LineCodec::Alpha);
+  FillAlpha(lines, width);
+  if (y % outputCodec_->verticalFactor == 0) ResampleChroma(input, y, lines);
+}
+
+void CResampleStage::ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const {
+  // Only the horizontal direction changes (a stage that resamples lines
+  // runs first, from its input picture).
+  thread_local ChromaScratch scratch;
+  const int width = output_->GetWidth();
+  FillAlpha(lines, width);
+  if (y % outputCodec_->verticalFactor != 0) return;
+  const int inW = inputCodec_->GetChromaWidth(width), outW = outputCodec_->GetChromaWidth(width);
   for (int c = 0; c < 2; ++c) {
-    const float* sums = scratch.sums[c].data();
-    uint16_t* out = result.slot[1 + c];
-    horizontal_.Apply(sums, out, outW, maximum);
+    scratch.sums[c].resize(static_cast<size_t>(inW) + 1);
+    std::copy(lines.slot[1 + c], lines.slot[1 + c] + inW, scratch.sums[c].begin());
+    scratch.sums[c][inW] = 0.0f;
   }
-  outputCodec_->Encode(result, width, y, output, LineCodec::Chroma);
+  ApplyHorizontal(scratch.sums, spare, outW);
+  for (int c = 1; c < 3; ++c) std::swap(lines.slot[c], spare.slot[c]);
 }
 
 void CResampleStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const {
@@ -242,7 +277,9 @@ void CResampleStage::TransformLines(const SamplePlanes& input, SamplePlanes& out
       FillAlpha(lines, width);
       outputCodec_->Encode(lines, width, y, output, lumaMask);
     }
-    if (y % outputCodec_->verticalFactor == 0) ResampleChromaLine(input, output, y);
+    if (y % outputCodec_->verticalFactor != 0) continue;
+    ResampleChroma(input, y, lines);
+    outputCodec_->Encode(lines, width, y, output, LineCodec::Chroma);
   }
 }
 

@@ -9,6 +9,7 @@
 // vertically they always sit midway between the lines they cover.
 
 #include <cstdint>
+#include <vector>
 
 #include "System/Media/Filter/VideoConverters/Stage.h"
 
@@ -20,6 +21,8 @@ class CResampleStage : public CStage {
   CResampleStage();
   static const std::vector<Row>& GetStageMap();
   bool NeedsNeighbourLines() const override;
+  void ProduceLine(const SamplePlanes& input, int y, ComponentLines& lines, ComponentLines& spare) const override;
+  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
 
   // The taps of one direction: for each output sample, width input indices
   // (clamped to the picture, so edges repeat) and their weights; only taps
@@ -54,7 +57,9 @@ class CResampleStage : public CStage {
   void TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const override;
 
  private:
-  void ResampleChromaLine(const SamplePlanes& input, SamplePlanes& output, int y) const;
+  // The chroma values of output line y (slots 1 and 2 of result).
+  void ResampleChroma(const SamplePlanes& input, int y, ComponentLines& result) const;
+  void ApplyHorizontal(const std::vector<float> (&sums)[2], ComponentLines& result, int outW) const;
 
   Taps horizontal_;
   Taps vertical_;

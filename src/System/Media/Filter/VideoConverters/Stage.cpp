@@ -55,6 +55,8 @@ CStage::CStage(unsigned int stageType, const std::vector<Row>& map)
 
 CStage::~CStage() = default;
 
+bool CStage::NeedsNeighbourLines() const { return !inputCodec_ || inputCodec_->NeedsNeighbourLines(); }
+
 bool CStage::Offers(const Row&, const CVideoProperties*) const { return true; }
 
 void CStage::ApplyTarget(CVideoProperties*) const {}
@@ -103,7 +105,7 @@ Result CStage::End() {
 void CStage::FindCopyablePlanes() {
   copiedSlots_ = 0;
   std::fill(std::begin(copyFrom_), std::end(copyFrom_), -1);
-  if (inputCodec_->packedDecode || outputCodec_->packedDecode || inputCodec_->bitDepth != outputCodec_->bitDepth ||
+  if (inputCodec_->kind != LineCodec::Regular || outputCodec_->kind != LineCodec::Regular || inputCodec_->bitDepth != outputCodec_->bitDepth ||
       inputCodec_->bigEndian != outputCodec_->bigEndian)
     return;
   const PlaneLayout* in = PlaneLayout::Find(inputCodec_->format);
@@ -158,6 +160,39 @@ void CStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int
     inputCodec_->Decode(input, width, y, lines, mask);
     FillAlpha(lines, width);
     outputCodec_->Encode(lines, width, y, output, mask);
+  }
+}
+
+void CStage::ProduceLine(const SamplePlanes& input, int y, ComponentLines& lines, ComponentLines& spare) const {
+  inputCodec_->Decode(input, output_->GetWidth(), y, lines);
+  ProcessLine(lines, spare, y);
+}
+
+void CStage::ProcessLine(ComponentLines& lines, ComponentLines&, int) const { FillAlpha(lines, output_->GetWidth()); }
+
+void CStage::FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const {
+  ProcessLine(lines, spare, y);
+  EncodeLine(lines, y, output);
+}
+
+void CStage::EncodeLine(const ComponentLines& lines, int y, SamplePlanes& output) const {
+  outputCodec_->Encode(lines, output_->GetWidth(), y, output);
+}
+
+void CStage::TransformChain(const std::vector<const CStage*>& chain, const SamplePlanes& input, SamplePlanes& output,
+                            int firstLine, int lastLine) {
+  const CStage* last = chain.back();
+  const int capacity = LineCodec::GetSlotCapacity(last->output_->GetWidth());
+  ComponentLines lines = GetScratch(0, capacity), spare = GetScratch(1, capacity);
+  lastLine = std::min(lastLine, last->output_->GetHeight());
+  for (int y = std::max(firstLine, 0); y < lastLine; ++y) {
+    chain.front()->ProduceLine(input, y, lines, spare);
+    for (size_t i = 1; i + 1 < chain.size(); ++i) chain[i]->ProcessLine(lines, spare, y);
+    if (chain.size() > 1) {
+      last->FinishLine(lines, spare, y, output);
+    } else {
+      last->EncodeLine(lines, y, output);
+    }
   }
 }
 

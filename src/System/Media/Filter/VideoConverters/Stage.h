@@ -79,7 +79,25 @@ class CStage : public CObject {
   // Whether output lines need input lines other than their own (vertical
   // resampling); after Begin. Stages that do not can run band by band right
   // behind the stage before them.
-  virtual bool NeedsNeighbourLines() const { return false; }
+  virtual bool NeedsNeighbourLines() const;
+
+  // Line by line through a chain without intermediate pictures: the first
+  // stage produces the component values of output line y from its input
+  // picture, each later stage processes them in place (or into spare, then
+  // swaps the two), and the last stage encodes them. The values are those
+  // the stages' own Transform would write, so a chain run this way gives
+  // the same picture. The lines need GetSlotCapacity(width) values per slot.
+  virtual void ProduceLine(const SamplePlanes& input, int y, ComponentLines& lines, ComponentLines& spare) const;
+  virtual void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const;
+  void EncodeLine(const ComponentLines& lines, int y, SamplePlanes& output) const;
+  // ProcessLine and EncodeLine of the chain's last stage, which a stage may
+  // do in one pass.
+  virtual void FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const;
+  // Lines [firstLine, lastLine) of a begun chain whose stages after the
+  // first need only their own lines, from the first stage's input picture
+  // to the last stage's output picture.
+  static void TransformChain(const std::vector<const CStage*>& chain, const SamplePlanes& input, SamplePlanes& output,
+                             int firstLine, int lastLine);
 
   // A stage of a type tag with its map; null for an unknown tag.
   static CStage* Create(unsigned int stageType);
@@ -95,7 +113,8 @@ class CStage : public CObject {
   virtual void TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const;
 
   // Scratch component lines of the calling thread, at least capacity values
-  // per slot; kept between pictures.
+  // per slot; kept between pictures. Indices 0 and 1 belong to whoever
+  // drives the lines (Transform or the chain), 2 and 3 to the stages.
   static ComponentLines& GetScratch(int index, int capacity);
   // Planes copied whole between matching input and output planes (bitmask
   // of output planes) and the slots the codecs still handle.

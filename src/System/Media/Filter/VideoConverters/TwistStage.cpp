@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "System/Media/Filter/VideoConverters/LineCodec.h"
 #include "System/Media/Filter/VideoConverters/StageMap.h"
@@ -66,21 +67,35 @@ Result CTwistStage::Prepare() {
   if (!ColorMatrix4::Compose(from, input_->GetVideoRange(), inputCodec_->bitDepth, to, output_->GetVideoRange(),
                              outputCodec_->bitDepth, matrix_))
     return ResultNotSupported("unsupported matrix coefficients %d->%d", from, to);
+  packedMix_ = PackedMix::Find(*outputCodec_);
   return Result();
 }
 
-void CTwistStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const {
+void CTwistStage::ProcessLine(ComponentLines& lines, ComponentLines& spare, int) const {
   const int width = output_->GetWidth();
-  const int capacity = LineCodec::GetSlotCapacity(width);
-  ComponentLines& in = GetScratch(0, capacity);
-  ComponentLines& out = GetScratch(1, capacity);
   const float maximum = static_cast<float>(outputCodec_->GetMaximum());
+  MixLine(matrix_.m, lines.slot[0], lines.slot[1], lines.slot[2], spare.slot[0], spare.slot[1], spare.slot[2], width,
+          maximum);
+  // The mixed components move over; alpha stays where it was decoded.
+  for (int slot = 0; slot < 3; ++slot) std::swap(lines.slot[slot], spare.slot[slot]);
+  FillAlpha(lines, width);
+}
+
+void CTwistStage::FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const {
+  if (!packedMix_) return CStage::FinishLine(lines, spare, y, output);
+  const int width = output_->GetWidth();
+  FillAlpha(lines, width);
+  packedMix_.Run(matrix_.m, lines.slot[0], lines.slot[1], lines.slot[2], lines.slot[3],
+                 output.data[0] + static_cast<long long>(y) * output.stride[0], width,
+                 static_cast<float>(outputCodec_->GetMaximum()));
+}
+
+void CTwistStage::TransformLines(const SamplePlanes& input, SamplePlanes& output, int firstLine, int lastLine) const {
+  const int capacity = LineCodec::GetSlotCapacity(output_->GetWidth());
+  ComponentLines lines = GetScratch(0, capacity), spare = GetScratch(1, capacity);
   for (int y = firstLine; y < lastLine; ++y) {
-    inputCodec_->Decode(input, width, y, in);
-    MixLine(matrix_.m, in.slot[0], in.slot[1], in.slot[2], out.slot[0], out.slot[1], out.slot[2], width, maximum);
-    if (inputCodec_->alpha) std::copy(in.slot[3], in.slot[3] + width, out.slot[3]);
-    FillAlpha(out, width);
-    outputCodec_->Encode(out, width, y, output);
+    inputCodec_->Decode(input, output_->GetWidth(), y, lines);
+    FinishLine(lines, spare, y, output);
   }
 }
 

@@ -6,6 +6,7 @@
 // rounded to the nearest code value and clamped.
 
 #include "System/Media/Filter/VideoConverters/ColorMatrix.h"
+#include "System/Media/Filter/VideoConverters/PackedMix.h"
 #include "System/Media/Filter/VideoConverters/Stage.h"
 
 namespace Corvane::Mox {
@@ -15,6 +16,8 @@ class CTwistStage : public CStage {
   static constexpr unsigned int StageType = FourCC("twst");
   CTwistStage();
   static const std::vector<Row>& GetStageMap();
+  void ProcessLine(ComponentLines& lines, ComponentLines& spare, int y) const override;
+  void FinishLine(ComponentLines& lines, ComponentLines& spare, int y, SamplePlanes& output) const override;
 
   // The matrix of the current run (after Begin).
   const ColorMatrix4& GetMatrix() const { return matrix_; }
@@ -29,6 +32,7 @@ class CTwistStage : public CStage {
 
  private:
   ColorMatrix4 matrix_;
+  PackedMix packedMix_;  // 8-bit packed RGB output in one pass
 };
 
 }  // namespace Corvane::Mox

@@ -7,7 +7,7 @@
 
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
     !defined(__SANITIZE_THREAD__)
-#define MOX_VECTOR_CLONES __attribute__((target_clones("arch=x86-64-v3", "default")))
+#define MOX_VECTOR_CLONES __attribute__((target_clones("arch=x86-64-v4", "arch=x86-64-v3", "default")))
 #else
 #define MOX_VECTOR_CLONES
 #endif

@@ -168,6 +168,14 @@ Result CVideoFormatConverter::Initialize() {
   CList<CStage>* stages = FindConversionPath(strategy, GetInputProperties(), GetOutputProperties(), rounding);
   if (!stages) return ResultNotSupported("No viable conversion path");
   stages_ = stages;
+  // The chain in order, and whether its stages after the first need only
+  // their own lines.
+  chain_.clear();
+  lineLocal_ = true;
+  for (CStage* stage : *stages_) {
+    lineLocal_ &= chain_.empty() || !stage->NeedsNeighbourLines();
+    chain_.push_back(stage);
+  }
   const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
   int threads = GetSetting(Settings::MaxThreads, 0);
   threads = threads > 0 ? std::min(threads, 64) : cores;
@@ -178,33 +186,41 @@ Result CVideoFormatConverter::Initialize() {
 Result CVideoFormatConverter::Finalize() {
   if (stages_)
     for (CStage* stage : *stages_) stage->End();
+  chain_.clear();
   stages_ = nullptr;
   workers_.reset();
   return CVideoConverter::Finalize();
 }
 
 Result CVideoFormatConverter::RunBands(int first, int last, std::vector<SamplePlanes>& planes, int lines) {
-  std::vector<RObject<CStage>> stages;
-  for (int i = first; i < last; ++i) {
-    CStage* stage = nullptr;
-    stages_->Get(i, stage);
-    stages.emplace_back(stage);  // Get hands out a reference
-  }
-  const int height = stages.back()->GetOutput()->GetHeight();
+  const int height = chain_[last - 1]->GetOutput()->GetHeight();
   const int bands = (height + lines - 1) / lines;
   std::vector<Result> results(static_cast<size_t>(bands));
   auto work = [&](int band) {
-    for (size_t i = 0; i < stages.size() && results[band].Succeeded(); ++i)
-      results[band] = stages[i]->Transform(planes[first + i], planes[first + i + 1], band * lines, (band + 1) * lines);
+    for (int i = first; i < last && results[band].Succeeded(); ++i)
+      results[band] = chain_[i]->Transform(planes[i], planes[i + 1], band * lines, (band + 1) * lines);
   };
+  RunBandWork(bands, work);
+  for (const Result& result : results)
+    if (result.Failed()) return result;
+  return Result();
+}
+
+Result CVideoFormatConverter::RunChained(const SamplePlanes& input, SamplePlanes& output) {
+  const int height = chain_.back()->GetOutput()->GetHeight();
+  const int bands = (height + kChainedBandLines - 1) / kChainedBandLines;
+  RunBandWork(bands, [&](int band) {
+    CStage::TransformChain(chain_, input, output, band * kChainedBandLines, (band + 1) * kChainedBandLines);
+  });
+  return Result();
+}
+
+void CVideoFormatConverter::RunBandWork(int bands, const std::function<void(int)>& work) {
   if (workers_) {
     workers_->Run(bands, work);
   } else {
     for (int band = 0; band < bands; ++band) work(band);
   }
-  for (const Result& result : results)
-    if (result.Failed()) return result;
-  return Result();
 }
 
 Result CVideoFormatConverter::Convert(CVideoSample* sample, CVideoSample*& converted) {
@@ -225,16 +241,14 @@ Result CVideoFormatConverter::Convert(CVideoSample* sample, CVideoSample*& conve
   const auto bottomUp = [&](const CVideoProperties* p) { return bottomUp_ && PixelFormatDescriptor::IsRgb(p->GetFormat()); };
   Result got = CStage::Buffer::GetSamplePlanes(source, GetInputProperties(), bottomUp(GetInputProperties()), planes[0]);
   if (got.Failed()) return got;
-  // Every stage's buffer from the pools, the last one the output picture.
+  // Chains of more than one stage whose later stages need only their own
+  // lines run line by line through every stage, without intermediate
+  // pictures; the others get every stage's buffer from the pools.
+  const bool chained = count > 1 && lineLocal_;
   std::vector<RObject<CPixelBufferDataReference>> buffers;
-  bool lineLocal = true;  // every stage after the first works on its own lines
-  for (int i = 0; i < count; ++i) {
-    CStage* stage = nullptr;
-    stages_->Get(i, stage);
-    RObject<CStage> held(stage);  // Get hands out a reference
-    lineLocal &= i == 0 || !stage->NeedsNeighbourLines();
+  for (int i = chained ? count - 1 : 0; i < count; ++i) {
     const bool last = i == count - 1;
-    const CVideoProperties* described = last ? GetOutputProperties() : stage->GetOutput();
+    const CVideoProperties* described = last ? GetOutputProperties() : chain_[i]->GetOutput();
     buffers.emplace_back(context->GetPool(described)->Get());
     if (!buffers.back()) return ResultOutOfMemory();
     got = CStage::Buffer::GetSamplePlanes(buffers.back(), described, last && bottomUp(described), planes[i + 1]);
@@ -242,9 +256,9 @@ Result CVideoFormatConverter::Convert(CVideoSample* sample, CVideoSample*& conve
   }
   const int height = GetOutputProperties()->GetHeight();
   const int threads = workers_ ? workers_->GetThreadCount() : 1;
-  if (lineLocal) {
-    // The whole chain runs band by band, so a band's intermediate lines are
-    // still in the cache when the next stage reads them.
+  if (chained) {
+    got = RunChained(planes[0], planes[count]);
+  } else if (lineLocal_) {
     got = RunBands(0, count, planes, kChainedBandLines);
   } else {
     // Stage by stage, two bands per thread to even out lines of unequal cost.

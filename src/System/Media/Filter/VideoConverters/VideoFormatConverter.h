@@ -7,6 +7,7 @@
 // runs the chain on every picture, cutting each into bands of lines that run
 // on worker threads.
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -57,8 +58,13 @@ class CVideoFormatConverter : public CVideoConverter {
   // Runs stages [first, last) over bands of lines lines each: planes[i] is
   // the input of stage i.
   Result RunBands(int first, int last, std::vector<SamplePlanes>& planes, int lines);
+  // Runs the whole chain line by line over bands, from input to output.
+  Result RunChained(const SamplePlanes& input, SamplePlanes& output);
+  void RunBandWork(int bands, const std::function<void(int)>& work);
 
   RObject<CList<CStage>> stages_;
+  std::vector<const CStage*> chain_;  // the stages of stages_, borrowed
+  bool lineLocal_ = false;
   std::unique_ptr<CBandWorkers> workers_;
   bool bottomUp_ = false;
 };

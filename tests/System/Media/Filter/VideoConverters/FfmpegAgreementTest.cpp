@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -106,6 +107,7 @@ TEST_F(VideoFormatConverterFfmpeg, LayoutChangesMatchItsRawVideoExactly) {
       {"24BG", "bgr24", "BGRA", "-pix_fmt bgra"},         {"24BG", "bgr24", "RGBA", "-pix_fmt rgba"},
       {"BGRA", "bgra", "0x20", "-pix_fmt argb"},          {"24BG", "bgr24", "BGRX", "-pix_fmt bgr0"},
       {"I2AL", "yuv422p10le", "v210", "-c:v v210"},       {"L48R", "rgb48le", "R64L", "-pix_fmt rgba64le"},
+      {"I444", "yuv444p", "NV32", "-pix_fmt nv42"},
   };
   for (const LayoutCase& c : cases) {
     SCOPED_TRACE(std::string(c.ours) + " -> " + c.target);
@@ -199,4 +201,58 @@ TEST_F(VideoFormatConverterFfmpeg, ChromaResamplingIsCloseToSwscale) {
       RecordProperty(std::string(c.from) + c.to + "_psnr" + std::to_string(s), std::to_string(psnr));
     }
   }
+}
+
+// ffmpeg reads Bayer mosaics but does not write them: the mosaic is ours
+// (every pixel keeps its own component, which is exact). ffmpeg fills in
+// the missing components from the pixel's own 2x2 cell where this
+// converter interpolates bilinearly, so the pictures agree closely but not
+// exactly; a wrong cell order would put red where blue is and fall far
+// below the bound.
+TEST_F(VideoFormatConverterFfmpeg, BayerDemosaicingIsCloseToSwscale) {
+  const std::vector<uint8_t> source = Source("rgb48le");
+  const char* patterns[][2] = {{"RGGB", "bayer_rggb16le"}, {"BGGR", "bayer_bggr16le"}, {"GRBG", "bayer_grbg16le"},
+                               {"GBRG", "bayer_gbrg16le"}};
+  RObject<CVideoProperties> rgb(Describe(Code("L48R"), kWidth, kHeight, 0, 2));
+  for (const auto& pattern : patterns) {
+    SCOPED_TRACE(pattern[0]);
+    Conversion mosaic = Convert(rgb, source, Code(pattern[0]));
+    ASSERT_TRUE(mosaic.result.Succeeded()) << mosaic.result.GetDetails();
+    Conversion ours = Convert(mosaic.output, mosaic.bytes, Code("L48R"));
+    ASSERT_TRUE(ours.result.Succeeded()) << ours.result.GetDetails();
+    const std::vector<uint8_t> theirs = FfmpegConvert(pattern[1], mosaic.bytes, "-pix_fmt rgb48le", pattern[0]);
+    ASSERT_EQ(theirs.size(), ours.bytes.size());
+    std::vector<uint16_t> a(ours.bytes.size() / 2), b(theirs.size() / 2);
+    for (size_t i = 0; i < a.size(); ++i) {
+      a[i] = static_cast<uint16_t>((ours.bytes[i * 2] | ours.bytes[i * 2 + 1] << 8) >> 8);
+      b[i] = static_cast<uint16_t>((theirs[i * 2] | theirs[i * 2 + 1] << 8) >> 8);
+    }
+    const double psnr = Psnr(a, b);
+    RecordProperty(std::string(pattern[0]) + "_psnr", std::to_string(psnr));
+    EXPECT_GE(psnr, 30.0);
+  }
+}
+
+// Packed RGBA floats against ffmpeg's planar G, B, R, A floats of the same
+// 16-bit picture: the same value for every component, within the few codes
+// ffmpeg's own path from 16-bit to float loses (it is not exact).
+TEST_F(VideoFormatConverterFfmpeg, FloatRgbaHoldsSwscalesValues) {
+  const std::vector<uint8_t> source = Source("rgba64le");
+  RObject<CVideoProperties> input(Describe(Code("R64L"), kWidth, kHeight, 0, 2));
+  Conversion ours = Convert(input, source, Code("R4fl"));
+  ASSERT_TRUE(ours.result.Succeeded()) << ours.result.GetDetails();
+  const std::vector<uint8_t> theirs = FfmpegConvert("rgba64le", source, "-pix_fmt gbrapf32le", "r4fl");
+  const size_t pixels = static_cast<size_t>(kWidth) * kHeight;
+  ASSERT_EQ(ours.bytes.size(), pixels * 16);
+  ASSERT_EQ(theirs.size(), pixels * 16);
+  const int planeOf[4] = {2, 0, 1, 3};  // R, G, B, A in the planes G, B, R, A
+  float worst = 0;
+  for (size_t p = 0; p < pixels; ++p)
+    for (int c = 0; c < 4; ++c) {
+      float a, b;
+      std::memcpy(&a, &ours.bytes[(p * 4 + c) * 4], 4);
+      std::memcpy(&b, &theirs[(planeOf[c] * pixels + p) * 4], 4);
+      worst = std::max(worst, std::fabs(a - b));
+    }
+  EXPECT_LE(worst, 1e-3f);
 }

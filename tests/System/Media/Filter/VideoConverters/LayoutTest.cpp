@@ -22,7 +22,9 @@ const Pair kPairs[] = {
     {"I444", "YV24"}, {"I42A", "YV16"}, {"YUVA", "YV24"}, {"RGBA", "BGRA"}, {"24BG", "BGRX"},
     {"I2AL", "v210"}, {"I2AA", "v210"}, {"I4AL", "v410"}, {"r210", "R10k"}, {"L48R", "R64L"},
     {"L64A", "b64a"}, {"L48R", "r48b"}, {"x422", "v216"}, {"I416", "y416"}, {"I4GL", "x444"},
-    {"I411", "Y41B"}, {"I410", "YVU9"}, {"I2GL", "x422"}, {"I0GL", "x420"},
+    {"I411", "Y41B"}, {"I410", "YVU9"}, {"I2GL", "x422"}, {"I0GL", "x420"}, {"I444", "NV32"},
+    {"YV24", "NV32"}, {"I416", "norm"}, {"I416", "r4fl"}, {"R4fl", "L64A"}, {"RGGB", "L48R"},
+    {"BGGR", "L48R"}, {"GRBG", "L48R"}, {"GBRG", "L48R"},
 };
 
 unsigned int ParseCode(const char* text) { return std::string(text) == "0x18" ? 0x18u : Code(text); }
@@ -63,7 +65,8 @@ TEST(VideoFormatConverterLayout, TinyAndOddSizesStayInsideThePlanes) {
 }
 
 TEST(VideoFormatConverterLayout, OddFullHdSizesRoundTrip) {
-  const Pair big[] = {{"I420", "NV12"}, {"I422", "UYVY"}, {"I2AL", "v210"}, {"24BG", "RGBA"}};
+  const Pair big[] = {{"I420", "NV12"}, {"I422", "UYVY"}, {"I2AL", "v210"}, {"24BG", "RGBA"},
+                      {"GBRG", "L48R"}, {"I444", "NV32"}, {"I416", "r4fl"}};
   for (const Pair& pair : big) ExpectRoundTrip(pair, 1921, 1081);
 }
 

@@ -170,3 +170,24 @@ TEST(VideoFormatConverterValues, BandsOnSeveralThreadsGiveTheSamePictureAsOne) {
     EXPECT_TRUE(one.bytes == four.bytes) << to;
   }
 }
+
+TEST(VideoFormatConverterValues, EveryPackedRgbOrderHoldsTheSameMixedValues) {
+  // YUV straight to each packed order against YUV to "24BG" and then a pure
+  // layout change: the one-pass mix and pack must put each component where
+  // the format's own encoder does, padding bytes set.
+  RObject<CVideoProperties> input(Describe(Code("I444"), 37, 3));
+  const std::vector<uint8_t> bytes = Random(Code("I444"), 37, 3, 9);
+  Conversion bgr = Convert(input, bytes, Code("24BG"));
+  ASSERT_TRUE(bgr.result.Succeeded()) << bgr.result.GetDetails();
+  const std::pair<unsigned int, const char*> orders[] = {
+      {Code("BGRA"), "BGRA"}, {Code("RGBA"), "RGBA"}, {Code("BGRX"), "BGRX"}, {0x18u, "0x18"}};
+  for (const auto& [format, name] : orders) {
+    SCOPED_TRACE(name);
+    Conversion direct = Convert(input, bytes, format);
+    ASSERT_TRUE(direct.result.Succeeded()) << direct.result.GetDetails();
+    EXPECT_EQ(direct.stages.back(), FourCC("twst"));  // the mix writes the pixels
+    Conversion shuffled = Convert(bgr.output, bgr.bytes, format);
+    ASSERT_TRUE(shuffled.result.Succeeded()) << shuffled.result.GetDetails();
+    EXPECT_EQ(direct.bytes, shuffled.bytes);
+  }
+}
