@@ -1,10 +1,19 @@
 #include "wfl/ReaderTrack.h"
 
+#include <thread>
+
 #include "System/Media/MediaSample.h"
 #include "System/Threading/Thread.h"
 #include "wfl/ReaderTopologyNode.h"
 
 namespace Corvane::Mox::WFL {
+
+namespace {
+
+// How often a consumer looks for a sample, yielding in between, before it sleeps.
+constexpr int SpinLooks = 64;
+
+}  // namespace
 
 CReaderTrack::CReaderTrack(CReaderTopologyNode* node, int output)
     : CObject(TypeCode),
@@ -63,7 +72,15 @@ Result CReaderTrack::ReadAhead() {
   return result;
 }
 
+bool CReaderTrack::CanRead() const {
+  CAutoLock lock(this);
+  return end_ || !queue_.empty() || !running_ || readerDone_;
+}
+
 CMediaSample* CReaderTrack::ReadSample() {
+  // The read-ahead thread is usually about to queue the next sample: looking
+  // a few times while yielding is cheaper than sleeping and being woken.
+  for (int look = 0; look < SpinLooks && !CanRead(); ++look) std::this_thread::yield();
   CAutoLock lock(this);
   if (end_) return nullptr;
   while (queue_.empty() && running_ && !readerDone_) Wait();

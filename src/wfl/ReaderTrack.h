@@ -41,6 +41,8 @@ class CReaderTrack : public CObject {
  private:
   static Result ReadData(void* track);
   Result ReadAhead();
+  // Whether ReadSample would return without waiting.
+  bool CanRead() const;
 
   CReaderTopologyNode* node_;
   int output_;
