@@ -49,8 +49,7 @@ const Guid CWav64ContainerReader::data(0x61746164, 0xACF3, 0x11D3, 0x8C, 0xD1, 0
 const Guid CWav64ContainerReader::bext(0x74786562, 0xACF3, 0x11D3, 0x8C, 0xD1, 0x00, 0xC0, 0x4F, 0x8E, 0xDB, 0x8A);
 
 CWav64ContainerReader::CWav64ContainerReader()
-    : CContainerReader(ComponentCode),
-      stream_(nullptr),
+    : CSingleAudioTrackReader(ComponentCode),
       reader_(nullptr),
       properties_(nullptr),
       essenceStart_(0),
@@ -226,12 +225,7 @@ CFormatList* CWav64ContainerReader::GetAudioFormats() const {
   return NewFormatList(kFormats, static_cast<int>(std::size(kFormats)));
 }
 
-int CWav64ContainerReader::GetAudioMediaCount() const { return properties_ ? 1 : 0; }
-
-CAudioProperties* CWav64ContainerReader::GetAudioProperties(int track) const {
-  if (track != 0 || !properties_) return nullptr;
-  return new CAudioProperties(properties_);
-}
+CAudioProperties* CWav64ContainerReader::GetTrack() const { return properties_; }
 
 Result CWav64ContainerReader::ReadAudioSample(int track, CAudioSample*& sample) {
   sample = nullptr;
@@ -253,22 +247,6 @@ Result CWav64ContainerReader::ReadAudioSample(int track, CAudioSample*& sample) 
   sample->SetDataReference(reference.Get());
   delivered_ += count;
   return Result();
-}
-
-Result CWav64ContainerReader::ReadAudioData(int track, CContainerDataReference* reference, CDataReference*& data) {
-  data = nullptr;
-  if (track != 0 || !properties_) return ResultIndexOutOfRange();
-  if (!stream_) return ResultInvalidOperation("the reader is not indexing");
-  CAutoLock lock(stream_);
-  return ReadData(stream_, reference, data);
-}
-
-Result CWav64ContainerReader::ResolveAudioData(int track, CContainerDataReference* reference,
-                                               CStreamDataReference*& data) {
-  data = nullptr;
-  if (track != 0 || !properties_) return ResultIndexOutOfRange();
-  if (!stream_) return ResultInvalidOperation("the reader is not indexing");
-  return ResolveData(stream_, reference, data);
 }
 
 CProperties* CWav64ContainerReader::GetDocumentation() const {

@@ -4,7 +4,7 @@
 // track, delivered in one-second samples by reference.
 
 #include "System/Guid.h"
-#include "System/Media/Container/ContainerReader.h"
+#include "System/Media/Container/SingleAudioTrackReader.h"
 
 namespace Corvane::Mox {
 
@@ -12,7 +12,7 @@ class CAudioProperties;
 class CBinaryReader;
 class CWindowsAudioFormat;
 
-class CWav64ContainerReader : public CContainerReader {
+class CWav64ContainerReader : public CSingleAudioTrackReader {
  public:
   static constexpr unsigned int ComponentCode = FourCC("wv64");
 
@@ -31,23 +31,17 @@ class CWav64ContainerReader : public CContainerReader {
   Result BeginIndex() override;
   Result EndIndex() override;
 
-  // The file's name.
-  CString* GetFileIdentifier(CString* name) const override { return GetContextFileName(name); }
   // The PCM and float formats of the widths the reader takes.
   CFormatList* GetAudioFormats() const override;
-  int GetAudioMediaCount() const override;
-  CAudioProperties* GetAudioProperties(int track) const override;
-  bool IsAudioReady(int) const override { return true; }
-  bool WaitForMedia(int) const override { return true; }
 
-  using CContainerReader::ReadAudioData;
   Result ReadAudioSample(int track, CAudioSample*& sample) override;
-  Result ReadAudioData(int track, CContainerDataReference* reference, CDataReference*& data) override;
-  Result ResolveAudioData(int track, CContainerDataReference* reference, CStreamDataReference*& data) override;
   CProperties* GetDocumentation() const override;
 
   // Reads a "bext" payload of `size` bytes and attaches it to the track.
   Result ReadBroadcastAudioExtension(CBinaryReader* reader, long long size);
+
+ protected:
+  CAudioProperties* GetTrack() const override;
 
  private:
   Result ReadHeader();
@@ -56,7 +50,6 @@ class CWav64ContainerReader : public CContainerReader {
   Result DescribeTrack(CWindowsAudioFormat* format, long long dataSize);
   void Close();
 
-  CStream* stream_;
   CBinaryReader* reader_;
   CAudioProperties* properties_;
   long long essenceStart_;

@@ -76,8 +76,7 @@ T* FindChunk(CWaveList* list) {
 }  // namespace
 
 CWavContainerReader::CWavContainerReader()
-    : CContainerReader(ComponentCode),
-      stream_(nullptr),
+    : CSingleAudioTrackReader(ComponentCode),
       reader_(nullptr),
       properties_(nullptr),
       kind_(Kind::None),
@@ -327,12 +326,7 @@ Result CWavContainerReader::AnalyzeChannelCoding() {
   return result;
 }
 
-int CWavContainerReader::GetAudioMediaCount() const { return properties_ ? 1 : 0; }
-
-CAudioProperties* CWavContainerReader::GetAudioProperties(int track) const {
-  if (track != 0 || !properties_) return nullptr;
-  return new CAudioProperties(properties_);
-}
+CAudioProperties* CWavContainerReader::GetTrack() const { return properties_; }
 
 CAudioSample* CWavContainerReader::CreateSample(long long count, long long position, long long length) const {
   CAudioSample* sample = new CAudioSample(count);
@@ -399,22 +393,6 @@ Result CWavContainerReader::ReadAudioSample(int track, CAudioSample*& sample) {
     case Kind::Mpeg: return ReadMpegAudioSample(sample);
     default: return Result();
   }
-}
-
-Result CWavContainerReader::ReadAudioData(int track, CContainerDataReference* reference, CDataReference*& data) {
-  data = nullptr;
-  if (track != 0 || !properties_) return ResultIndexOutOfRange();
-  if (!stream_) return ResultInvalidOperation("the reader is not indexing");
-  CAutoLock lock(stream_);
-  return ReadData(stream_, reference, data);
-}
-
-Result CWavContainerReader::ResolveAudioData(int track, CContainerDataReference* reference,
-                                             CStreamDataReference*& data) {
-  data = nullptr;
-  if (track != 0 || !properties_) return ResultIndexOutOfRange();
-  if (!stream_) return ResultInvalidOperation("the reader is not indexing");
-  return ResolveData(stream_, reference, data);
 }
 
 CProperties* CWavContainerReader::GetDocumentation() const {

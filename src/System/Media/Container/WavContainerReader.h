@@ -5,7 +5,7 @@
 // a block per sample, MPEG audio a frame per sample. The Broadcast Wave,
 // iXML, ADM and Dolby chunks become extensions of the track description.
 
-#include "System/Media/Container/ContainerReader.h"
+#include "System/Media/Container/SingleAudioTrackReader.h"
 
 namespace Corvane::Mox {
 
@@ -14,7 +14,7 @@ class CBinaryReader;
 class CWaveList;
 class CWindowsAudioFormat;
 
-class CWavContainerReader : public CContainerReader {
+class CWavContainerReader : public CSingleAudioTrackReader {
  public:
   static constexpr unsigned int ComponentCode = FourCC("wav ");
 
@@ -27,20 +27,11 @@ class CWavContainerReader : public CContainerReader {
   // Releases the stream.
   Result EndIndex() override;
 
-  // The file's name.
-  CString* GetFileIdentifier(CString* name) const override { return GetContextFileName(name); }
   // The audio formats the reader hands out: the block codecs, PCM and
   // float of every width and byte order, MPEG audio.
   CFormatList* GetAudioFormats() const override;
-  int GetAudioMediaCount() const override;
-  CAudioProperties* GetAudioProperties(int track) const override;
-  bool IsAudioReady(int) const override { return true; }
-  bool WaitForMedia(int) const override { return true; }
 
-  using CContainerReader::ReadAudioData;
   Result ReadAudioSample(int track, CAudioSample*& sample) override;
-  Result ReadAudioData(int track, CContainerDataReference* reference, CDataReference*& data) override;
-  Result ResolveAudioData(int track, CContainerDataReference* reference, CStreamDataReference*& data) override;
   CProperties* GetDocumentation() const override;
 
   // Runs the channel-coding analyzer ("m773") over the first PCM samples
@@ -52,6 +43,9 @@ class CWavContainerReader : public CContainerReader {
 
   // Track description from a WAVEFORMAT structure, as the container's word.
   static Result SetProperties(CAudioReaderProperties* properties, CWindowsAudioFormat* format);
+
+ protected:
+  CAudioProperties* GetTrack() const override;
 
  private:
   enum class Kind { None, Pcm, Block, Mpeg };
@@ -68,7 +62,6 @@ class CWavContainerReader : public CContainerReader {
   CAudioSample* CreateSample(long long count, long long position, long long length) const;
   void Close();
 
-  CStream* stream_;
   CBinaryReader* reader_;
   CAudioReaderProperties* properties_;
   Kind kind_;
