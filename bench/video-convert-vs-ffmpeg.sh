@@ -12,7 +12,6 @@
 # many runs each job gets; the fastest counts.
 set -euo pipefail
 build=${1:-build/Release}
-runs=${RUNS:-3}
 mox="$build/bin/mox"
 work=$(mktemp -d /tmp/mox-vfc-XXXXXX)
 trap 'rm -rf "$work"' EXIT
@@ -20,17 +19,7 @@ ffmpeg -v error -f lavfi -i testsrc2=size=1920x1080:rate=25 -frames:v 120 -pix_f
 cat "$work/in.y4m" > /dev/null
 echo "input: $(stat -c %s "$work/in.y4m") bytes, 1920x1080, 120 frames, 4:2:0 8-bit; $(nproc) cores"
 
-measure() {  # prints "seconds peak-kB cpu-seconds" for a command
-  /usr/bin/time -f "%e %M %U %S" "$@" 2>&1 >/dev/null | tail -1 | awk '{print $1, $2, $3 + $4}'
-}
-best() {  # the fastest of the runs, with its peak memory and processor time
-  local best_s="" best_kb="" best_cpu=""
-  for _ in $(seq "$runs"); do
-    read -r s kb cpu < <(measure "$@")
-    if [ -z "$best_s" ] || awk "BEGIN{exit !($s < $best_s)}"; then best_s=$s; best_kb=$kb; best_cpu=$cpu; fi
-  done
-  echo "$best_s $best_kb $best_cpu"
-}
+source "$(dirname "$0")/timing.sh"
 compare() {  # label, mox output, mox format, ffmpeg output, ffmpeg options...
   local label=$1 out=$2 code=$3 ffout=$4
   shift 4

@@ -17,22 +17,12 @@ ffmpeg -v error -f lavfi -i "anoisesrc=color=pink:sample_rate=48000:amplitude=0.
 cat "$work/in.wav" > /dev/null
 echo "file: $(stat -c %s "$work/in.wav") bytes, $seconds s, 8 channels, 24-bit"
 
-measure() {  # prints "seconds peak-kB" for a command
-  /usr/bin/time -f "%e %M" "$@" 2>&1 >/dev/null | tail -1
-}
-best() {  # the fastest of three runs, with its peak memory
-  local best_s="" best_kb=""
-  for _ in 1 2 3; do
-    read -r s kb < <(measure "$@")
-    if [ -z "$best_s" ] || awk "BEGIN{exit !($s < $best_s)}"; then best_s=$s; best_kb=$kb; fi
-  done
-  echo "$best_s $best_kb"
-}
+source "$(dirname "$0")/timing.sh"
 status=0
 for pair in "sowt pcm_s16le" "23lf pcm_f32le"; do
   read -r code codec <<<"$pair"
-  read -r mox_s mox_kb < <(best "$build/bin/mox" convert "$work/in.wav" "$work/mox-$code.wav" --audio-format "$code" -q)
-  read -r ff_s ff_kb < <(best ffmpeg -v error -y -i "$work/in.wav" -c:a "$codec" "$work/ffmpeg-$code.wav")
+  read -r mox_s mox_kb _ < <(best "$build/bin/mox" convert "$work/in.wav" "$work/mox-$code.wav" --audio-format "$code" -q)
+  read -r ff_s ff_kb _ < <(best ffmpeg -v error -y -i "$work/in.wav" -c:a "$codec" "$work/ffmpeg-$code.wav")
   echo "to $codec:"
   echo "  mox convert:  ${mox_s} s, peak ${mox_kb} kB"
   echo "  ffmpeg:       ${ff_s} s, peak ${ff_kb} kB"

@@ -11,21 +11,11 @@ ffmpeg -v error -f lavfi -i testsrc2=size=1920x1080:rate=25 -frames:v 120 -pix_f
 cat "$work/in.y4m" > /dev/null
 echo "file: $(stat -c %s "$work/in.y4m") bytes"
 
-measure() {  # prints "seconds peak-kB" for a command
-  /usr/bin/time -f "%e %M" "$@" 2>&1 >/dev/null | tail -1
-}
-best() {  # the fastest of three runs, with its peak memory
-  local best_s="" best_kb=""
-  for _ in 1 2 3; do
-    read -r s kb < <(measure "$@")
-    if [ -z "$best_s" ] || awk "BEGIN{exit !($s < $best_s)}"; then best_s=$s; best_kb=$kb; fi
-  done
-  echo "$best_s $best_kb"
-}
-read -r mox_s mox_kb < <(best "$build/bin/mox" convert "$work/in.y4m" "$work/mox.y4m" -q)
+source "$(dirname "$0")/timing.sh"
+read -r mox_s mox_kb _ < <(best "$build/bin/mox" convert "$work/in.y4m" "$work/mox.y4m" -q)
 # ffmpeg 5.1 refuses "-c copy" into yuv4mpegpipe ("Codec not supported"); its
 # own Y4M copy passes the pictures through its wrapped-frame encoder.
-read -r ff_s ff_kb < <(best ffmpeg -v error -y -i "$work/in.y4m" -f yuv4mpegpipe "$work/ffmpeg.y4m")
+read -r ff_s ff_kb _ < <(best ffmpeg -v error -y -i "$work/in.y4m" -f yuv4mpegpipe "$work/ffmpeg.y4m")
 echo "mox convert:  ${mox_s} s, peak ${mox_kb} kB"
 echo "ffmpeg:       ${ff_s} s, peak ${ff_kb} kB"
 awk "BEGIN{printf \"ratio (mox / ffmpeg): time %.2fx, peak memory %.2fx\n\", $mox_s / ($ff_s > 0 ? $ff_s : 0.01), $mox_kb / $ff_kb}"

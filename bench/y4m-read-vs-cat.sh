@@ -28,11 +28,9 @@ PY
 echo "file: $(stat -c %s "$file") bytes"
 cat "$file" > /dev/null  # warm the page cache
 
-measure() {  # prints "seconds peak-kB" for a command
-  /usr/bin/time -f "%e %M" "$@" 2>&1 >/dev/null | tail -1
-}
-read -r probe_s probe_kb < <(measure "$build/bin/mox" probe "$file")
-read -r cat_s cat_kb < <(measure cat "$file")
+source "$(dirname "$0")/timing.sh"
+read -r probe_s probe_kb _ < <(measure "$build/bin/mox" probe "$file")
+read -r cat_s cat_kb _ < <(measure cat "$file")
 echo "index (mox probe): ${probe_s} s, peak ${probe_kb} kB"
 echo "cat:               ${cat_s} s, peak ${cat_kb} kB"
 MOX_Y4M_BENCH_FILE="$file" "$build/bench/bench_Y4m" --benchmark_min_time=1
