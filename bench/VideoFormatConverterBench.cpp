@@ -76,15 +76,21 @@ void RunStage(benchmark::State& state, unsigned int from, int fromMatrix, unsign
   state.SetLabel(FourString(stage->GetStageType()).GetChars());
 }
 
+// The fastest planned chain between the two descriptions (acquired), or null
+// after marking the benchmark skipped.
+CList<CStage>* Plan(benchmark::State& state, unsigned int from, int fromMatrix, unsigned int to, int toMatrix,
+                    int toRange) {
+  RObject<CVideoProperties> input(Describe(from, fromMatrix, 1)), output(Describe(to, toMatrix, toRange));
+  CList<CStage>* stages = CVideoFormatConverter::FindConversionPath(CVideoFormatConverter::CS_SPEED, input, output);
+  if (!stages) state.SkipWithError("no path");
+  return stages;
+}
+
 // Runs the whole planned chain line by line, as the converter does when the
 // stages after the first need only their own lines.
 void RunChain(benchmark::State& state, unsigned int from, int fromMatrix, unsigned int to, int toMatrix, int toRange) {
-  RObject<CVideoProperties> input(Describe(from, fromMatrix, 1)), output(Describe(to, toMatrix, toRange));
-  RObject<CList<CStage>> stages(CVideoFormatConverter::FindConversionPath(CVideoFormatConverter::CS_SPEED, input, output));
-  if (!stages) {
-    state.SkipWithError("no path");
-    return;
-  }
+  RObject<CList<CStage>> stages(Plan(state, from, fromMatrix, to, toMatrix, toRange));
+  if (!stages) return;
   std::vector<const CStage*> chain;
   std::string label;
   for (CStage* stage : *stages) {
@@ -104,12 +110,8 @@ void RunChain(benchmark::State& state, unsigned int from, int fromMatrix, unsign
 // The same chain stage after stage through whole intermediate pictures,
 // as chains whose later stages need neighbouring lines still run.
 void RunStages(benchmark::State& state, unsigned int from, int fromMatrix, unsigned int to, int toMatrix, int toRange) {
-  RObject<CVideoProperties> input(Describe(from, fromMatrix, 1)), output(Describe(to, toMatrix, toRange));
-  RObject<CList<CStage>> stages(CVideoFormatConverter::FindConversionPath(CVideoFormatConverter::CS_SPEED, input, output));
-  if (!stages) {
-    state.SkipWithError("no path");
-    return;
-  }
+  RObject<CList<CStage>> stages(Plan(state, from, fromMatrix, to, toMatrix, toRange));
+  if (!stages) return;
   std::vector<const CStage*> chain;
   std::vector<std::unique_ptr<Picture>> pictures;
   pictures.push_back(std::make_unique<Picture>(from));

@@ -11,16 +11,6 @@ namespace {
 
 constexpr float kTop = 65535.0f;
 
-int SlotOf(char letter) {
-  switch (letter) {
-    case 'Y': case 'G': return 0;
-    case 'U': case 'B': return 1;
-    case 'V': case 'R': return 2;
-    case 'A': return 3;
-    default: return -1;
-  }
-}
-
 uint16_t ToCode(float value) {
   // NaN fails both comparisons and lands on 0.
   if (!(value > 0.0f)) return 0;
@@ -36,7 +26,7 @@ bool FloatPixels::Find(const PlaneLayout& layout, int (&order)[4]) {
     return false;
   unsigned seen = 0;
   for (int i = 0; i < 4; ++i) {
-    order[i] = SlotOf(layout.planes[0].components[i]);
+    order[i] = LineCodec::SlotOf(layout.planes[0].components[i]);  // padding and unknown letters are negative
     if (order[i] < 0) return false;
     seen |= 1u << order[i];
   }

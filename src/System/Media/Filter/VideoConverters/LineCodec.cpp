@@ -14,18 +14,6 @@ namespace Corvane::Mox {
 
 namespace {
 
-// The slot of a component letter; -1 for padding, -2 for letters the codec
-// does not know.
-int SlotOf(char letter) {
-  switch (letter) {
-    case 'Y': case 'G': return 0;
-    case 'U': case 'B': return 1;
-    case 'V': case 'R': return 2;
-    case 'A': return 3;
-    case 'X': return -1;
-    default: return -2;
-  }
-}
 
 // Gathers every Stride-th sample of SB bytes into every K-th slot value; the
 // constant strides let the compiler vectorise the common layouts.
@@ -112,7 +100,7 @@ bool BuildRegular(const PlaneLayout& layout, LineCodec& codec) {
     codec.planeDivisor[p] = plane.verticalDivisor;
     for (int i = 0; i < letters; ++i) {
       const char letter = plane.components[i];
-      const int slot = SlotOf(letter);
+      const int slot = LineCodec::SlotOf(letter);
       if (slot == -2 || codec.stepCount == LineCodec::MaxSteps) return false;
       const int perBlock = CountOf(plane.components, letter);
       // Luma, RGB and alpha have a sample per pixel; chroma one per hf pixels.
@@ -351,6 +339,17 @@ void LineCodec::Encode(const ComponentLines& lines, int width, int y, SamplePlan
     } else {
       ScatterGeneral(*this, step, src, dst, blocks);
     }
+  }
+}
+
+int LineCodec::SlotOf(char letter) {
+  switch (letter) {
+    case 'Y': case 'G': return 0;
+    case 'U': case 'B': return 1;
+    case 'V': case 'R': return 2;
+    case 'A': return 3;
+    case 'X': return -1;
+    default: return -2;
   }
 }
 

@@ -69,6 +69,9 @@ struct LineCodec {
   int GetChromaWidth(int width) const { return (width + horizontalFactor - 1) / horizontalFactor; }
   // Slot values a line needs room for (blocks may cover pixels beyond the width).
   static int GetSlotCapacity(int width) { return width + 64; }
+  // The slot of a component letter; -1 for padding ('X'), -2 for letters no
+  // codec knows.
+  static int SlotOf(char letter);
   int GetMaximum() const { return (1 << bitDepth) - 1; }
 
   // Whether lines are read with the lines around them (the mosaics).
