@@ -298,7 +298,12 @@ INSTANTIATE_TEST_SUITE_P(Codecs, DecoderInterop,
                                            std::make_tuple("ima-mono", "adpcm_ima_wav", 1),
                                            std::make_tuple("ima-stereo", "adpcm_ima_wav", 2),
                                            std::make_tuple("alaw", "pcm_alaw", 2),
-                                           std::make_tuple("mulaw", "pcm_mulaw", 1)));
+                                           std::make_tuple("mulaw", "pcm_mulaw", 1)),
+                         [](const auto& info) {
+                           std::string name = std::get<0>(info.param);
+                           std::replace(name.begin(), name.end(), '-', '_');
+                           return name;
+                         });
 
 // Every IMA4 packet restarts from its header; ffmpeg carries the previous
 // packet's predictor on when the header rounds to it, so the two agree on the
