@@ -70,7 +70,7 @@ int RunFormats(const FormatsOptions& options);
 int RunCatalog(const CatalogOptions& options);
 int RunRun(const RunOptions& options);
 int RunProbe(const ProbeOptions& options);
-int RunConvert(const ConvertOptions& options);
+int RunConvert(ConvertOptions options);
 int RunGraph(const GraphOptions& options);
 int RunInspect(const InspectOptions& options);
 

@@ -2,7 +2,11 @@
 // for the conversion (a reader, its tracks joined to the writer, a converter
 // for each requested format, the writer's properties) and runs it exactly as
 // mox run does, so the script documents what happened.
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +33,35 @@ std::string Quote(const std::string& text) {
   return literal + "'";
 }
 
+// An argument that names something mox cannot use: one line, and the
+// listing that shows what it can.
+int BadArgument(const std::string& what) {
+  PrintError("convert: %s", what.c_str());
+  return ExitUsage;
+}
+
+std::string PaddedCode(const std::string& text) {
+  std::string padded = text;
+  padded.resize(4, ' ');
+  return padded;
+}
+
+// The code of up to four characters, padded with spaces ("vfc" is "vfc ").
+unsigned int CodeOf(const std::string& text) {
+  unsigned int code = 0;
+  for (char c : PaddedCode(text)) code = code << 8 | static_cast<unsigned char>(c);
+  return code;
+}
+
+// A code as it is typed: its characters without the padding spaces.
+std::string CodeText(unsigned int code) {
+  char text[5];
+  FourCCToChars(code, text);
+  std::string typed = text;
+  while (!typed.empty() && typed.back() == ' ') typed.pop_back();
+  return typed;
+}
+
 // The tracks of one kind joined to the writer, through a converter when a
 // format was asked for.
 void AppendTracks(std::string& script, const char* kind, const char* keyword, const char* converterCode,
@@ -37,14 +70,56 @@ void AppendTracks(std::string& script, const char* kind, const char* keyword, co
   if (format.empty()) {
     script += std::string("  reader.tracks.") + kind + "[t] -> writer;\n";
   } else {
-    std::string padded = format;
-    padded.resize(4, ' ');
+    const std::string padded = PaddedCode(format);
     script += std::string("  var converter = new ") + keyword + "(" + Quote(converterCode) + ");\n";
     script += "  converter.OutputFormat = " + Quote(padded) + ";\n";
     script += std::string("  reader.tracks.") + kind + "[t] -> converter;\n";
     script += "  converter -> writer;\n";
   }
   script += "}\n";
+}
+
+// A format asked for on the command line must be a code of the kind's
+// vocabulary that the kind's format converter produces. An alias ("2vuy")
+// becomes the format it stands for, since converters list only formats
+// themselves; the script then shows that code.
+template <class Converter, class KindFilter>
+int CheckRequestedFormat(const char* kind, unsigned int (*equivalent)(unsigned int), unsigned int converterCode,
+                         std::string& format) {
+  if (format.empty()) return ExitSuccess;
+  const unsigned int named = equivalent(CodeOf(format));
+  const char* article = kind[0] == 'a' ? "an " : "a ";
+  if (!named)
+    return BadArgument("'" + format + "' is not " + article + kind + " format (see 'mox formats " + kind + "')");
+  RObject<Converter> converter(CFamilyInventory<Converter>::CreateAvailable(converterCode));
+  auto* filter = dynamic_cast<KindFilter*>(converter.Get());
+  RObject<CFormatList> outputs(filter ? filter->GetTableOutputFormats() : nullptr);
+  bool produced = false;
+  if (outputs)
+    for (CValue<unsigned int>* output : *outputs) produced = produced || output->GetValue() == named;
+  if (!produced)
+    return BadArgument(std::string("the ") + kind + " format converter cannot produce '" + CodeText(named) +
+                       "' (see 'mox inspect " + CodeText(converterCode) + "')");
+  format = CodeText(named);
+  return ExitSuccess;
+}
+
+// The job's ends, checked before anything runs: OUTPUT's extension must name
+// a container that some writer makes, and a local INPUT must be readable.
+int CheckFiles(const ConvertOptions& options) {
+  RObject<CString> output(CString::WithString(options.output.c_str()));
+  if (!GetContainerWriterType(output)) {
+    const size_t dot = options.output.rfind('.');
+    const size_t slash = options.output.rfind('/');
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash))
+      return BadArgument("OUTPUT needs an extension that names its container, such as .y4m, .wav or .raw");
+    return BadArgument("no container writer makes '" + options.output.substr(dot) + "' files (see 'mox catalog')");
+  }
+  if (options.input.find("://") == std::string::npos && access(options.input.c_str(), R_OK) != 0) {
+    PrintError("convert: cannot read '%s': %s", options.input.c_str(), std::strerror(errno));
+    return ExitFailure;
+  }
+  return ExitSuccess;
 }
 
 std::string MakeScript(const ConvertOptions& options) {
@@ -59,7 +134,14 @@ std::string MakeScript(const ConvertOptions& options) {
 
 }  // namespace
 
-int RunConvert(const ConvertOptions& options) {
+int RunConvert(ConvertOptions options) {
+  if (int status = CheckRequestedFormat<CVideoConverter, CVideoFilter>("video", &VideoFormat::GetEquivalentFormat,
+                                                                       FourCC("vfc "), options.videoFormat))
+    return status;
+  if (int status = CheckRequestedFormat<CAudioConverter, CAudioFilter>("audio", &AudioFormat::GetEquivalentFormat,
+                                                                       FourCC("afc "), options.audioFormat))
+    return status;
+  if (int status = CheckFiles(options)) return status;
   ScriptInput input;
   input.script = MakeScript(options);
   input.inlineText = input.haveScript = true;
