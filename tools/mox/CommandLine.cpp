@@ -312,7 +312,7 @@ Runner AddConvert(CLI::App& app) {
                   "as UYVY) through a video format converter")
       ->type_name("CODE");
   sub->add_option("--audio-format", state->options.audioFormat,
-                  "convert every audio track to CODE through an audio\nformat converter")
+                  "convert every audio track to CODE through an audio\nformat converter (two where its table has no single\nstep from the track's format)")
       ->type_name("CODE");
   sub->add_option("--set", state->properties,
                   "set a writer property; VALUE is WFL source (numbers as\n"

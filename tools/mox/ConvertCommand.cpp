@@ -4,6 +4,7 @@
 // mox run does, so the script documents what happened.
 #include <unistd.h>
 
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -13,6 +14,7 @@
 
 #include <Mox.h>
 
+#include "AudioChainPlan.h"
 #include "Commands.h"
 #include "ScriptInput.h"
 #include "WorkflowRunner.h"
@@ -122,13 +124,44 @@ int CheckFiles(const ConvertOptions& options) {
   return ExitSuccess;
 }
 
-std::string MakeScript(const ConvertOptions& options) {
+// Audio tracks whose format has no single step to the target, one by one:
+// each through its converters in order ("reader.tracks.audio['0']" is the
+// first audio track).
+void AppendAudioChains(std::string& script, const std::vector<std::vector<unsigned int>>& chains) {
+  for (size_t track = 0; track < chains.size(); ++track) {
+    const std::string number = std::to_string(track);
+    std::string from = "reader.tracks.audio['" + number + "']";
+    for (size_t step = 0; step < chains[track].size(); ++step) {
+      std::string name = "audio" + number + "_";
+      for (char c : CodeText(chains[track][step])) name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+      script += "var " + name + " = new AudioConverter('afc ');\n";
+      script += name + ".OutputFormat = " + Quote(PaddedCode(CodeText(chains[track][step]))) + ";\n";
+      script += from + " -> " + name + ";\n";
+      from = name;
+    }
+    script += from + " -> writer;\n";
+  }
+}
+
+bool NeedsSteps(const std::vector<std::vector<unsigned int>>& chains) {
+  for (const std::vector<unsigned int>& chain : chains)
+    if (chain.size() > 1) return true;
+  return false;
+}
+
+std::string MakeScript(const ConvertOptions& options, const std::vector<std::vector<unsigned int>>& audioChains) {
   std::string script = "// mox convert " + options.input + " " + options.output + "\n";
   script += "var reader = new ContainerReader(" + Quote(options.input) + ");\n";
   script += "var writer = new ContainerWriter(" + Quote(options.output) + ");\n";
   for (const auto& [name, value] : options.properties) script += "writer." + name + " = " + value + ";\n";
   AppendTracks(script, "video", "VideoConverter", "vfc ", options.videoFormat);
-  AppendTracks(script, "audio", "AudioConverter", "afc ", options.audioFormat);
+  if (NeedsSteps(audioChains)) {
+    script += "// The audio format converter has no single step from every track's format to '" +
+              options.audioFormat + "'.\n";
+    AppendAudioChains(script, audioChains);
+  } else {
+    AppendTracks(script, "audio", "AudioConverter", "afc ", options.audioFormat);
+  }
   return script;
 }
 
@@ -143,7 +176,9 @@ int RunConvert(ConvertOptions options) {
     return status;
   if (int status = CheckFiles(options)) return status;
   ScriptInput input;
-  input.script = MakeScript(options);
+  std::vector<std::vector<unsigned int>> audioChains;
+  if (!options.audioFormat.empty()) audioChains = PlanAudioChains(options.input, CodeOf(options.audioFormat));
+  input.script = MakeScript(options, audioChains);
   input.inlineText = input.haveScript = true;
   if (options.printScript) {
     std::fputs(input.script.c_str(), stdout);

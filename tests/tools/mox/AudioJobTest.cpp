@@ -129,6 +129,50 @@ TEST_F(MoxAudioJob, MicrosoftAdpcmAndG711DecodeBitIdenticallyToFfmpeg) {
   }
 }
 
+// The converter has no single step from 24-bit integers to mu-law: convert
+// plans one through 16 bits, as ffmpeg's encoder does. The two encoders
+// place the decision levels differently (the G.711 segments cut by
+// truncation, ffmpeg's table by the nearest level), so a code may differ by
+// one step where a value falls between them.
+TEST_F(MoxAudioJob, TwentyFourBitsToMuLawGoThroughSixteenBitsAndAgreeWithFfmpeg) {
+  const std::string input = Make("s24.wav", "-c:a pcm_s24le", 8000);
+  const std::string output = File("mu.wav");
+  const ToolRun run = RunMox({"convert", input, output, "--audio-format", "ulaw", "--print-script"});
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  EXPECT_NE(run.out.find("audio0_sowt.OutputFormat = 'sowt';"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("audio0_sowt -> audio0_ulaw;"), std::string::npos) << run.out;
+  const std::string reference = File("ffmpeg-mu.wav");
+  ASSERT_EQ(std::system(("ffmpeg -nostdin -v error -i '" + input + "' -c:a pcm_mulaw '" + reference + "'").c_str()), 0);
+  const std::string ours = Capture("ffmpeg -nostdin -v error -i '" + output + "' -c copy -f mulaw - 2>/dev/null");
+  const std::string theirs = Capture("ffmpeg -nostdin -v error -i '" + reference + "' -c copy -f mulaw - 2>/dev/null");
+  ASSERT_EQ(ours.size(), theirs.size());
+  ASSERT_GT(ours.size(), 30000u);
+  size_t same = 0, apart = 0;
+  for (size_t i = 0; i < ours.size(); ++i) {
+    const int a = static_cast<unsigned char>(ours[i]), b = static_cast<unsigned char>(theirs[i]);
+    if (a == b)
+      ++same;
+    else if (std::abs(a - b) > 1 && !((a | b) == 0xFF && (a & b) == 0x7F))
+      ++apart;
+  }
+  EXPECT_EQ(apart, 0u) << "codes more than one step from ffmpeg's";
+  EXPECT_GE(same, ours.size() * 9 / 10);
+
+  // Unsigned 8 bits reach 16 bits through a float format, exactly.
+  const std::string u8 = Make("u8.wav", "-c:a pcm_u8", 8000);
+  const std::string widened = File("s16-from-u8.wav");
+  const ToolRun wide = RunMox({"convert", u8, widened, "--audio-format", "sowt"});
+  ASSERT_EQ(wide.exitStatus, 0) << wide.err;
+  EXPECT_EQ(DecodedMd5(widened), DecodedMd5(u8, "-c:a pcm_s16le"));
+
+  // 16-bit input needs one converter: the plain per-kind loop.
+  const std::string direct = Make("s16.wav", "-c:a pcm_s16le", 8000);
+  const ToolRun once = RunMox({"convert", direct, File("mu16.wav"), "--audio-format", "ulaw", "--print-script"});
+  ASSERT_EQ(once.exitStatus, 0) << once.err;
+  EXPECT_NE(once.out.find("for (var t in reader.tracks.audio)"), std::string::npos) << once.out;
+  EXPECT_EQ(once.out.find("_sowt"), std::string::npos) << once.out;
+}
+
 TEST_F(MoxAudioJob, AnUnwritableFormatIsRefusedInOneLine) {
   // The WAV writer takes PCM and G.711; IMA ADPCM passed straight to it is not.
   const std::string input = Make("ima.wav", "-c:a adpcm_ima_wav");
