@@ -118,8 +118,11 @@ Result CXmlNode::Import(CXmlNode* child) {
   CXmlDocument* target = GetDocument();
   CXmlDocument* source = child->GetDocument();
   if (source == target) return ResultOK();
-  if (target->KeepsAlive(source)) {
-    // Moving would make the two documents keep each other alive: copy instead.
+  // A parsed document interns its names in a dictionary of its own, which a
+  // moved node would go on pointing into after the source is freed; and
+  // moving would make two documents keep each other alive. Copy in both cases.
+  const xmlDict* names = source->GetXmlDocument()->dict;
+  if (target->KeepsAlive(source) || (names && names != target->GetXmlDocument()->dict)) {
     xmlNodePtr copy = xmlDocCopyNode(child->node_, target->GetXmlDocument(), 1);
     if (!copy) return ResultError("failed to add libxml child node");
     target->KeepDetached(copy);

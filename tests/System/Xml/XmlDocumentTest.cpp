@@ -160,6 +160,23 @@ TEST_F(XmlDocumentTest, ElementsBuiltApartMoveIntoTheDocumentWithTheirWrappers) 
   EXPECT_TRUE(found->GetDocument() == document.Get());
 }
 
+TEST_F(XmlDocumentTest, AnElementTakenFromAParsedDocumentOutlivesIt) {
+  // A parsed document keeps its names in a dictionary of its own: the element
+  // must not go on pointing into it once that document is gone.
+  RObject<CXmlDocument> target(CXmlDocument::Create());
+  {
+    RObject<CXmlDocument> parsed(Parse("<main xmlns=\"urn:x\" a=\"1\"><part b=\"2\">text</part></main>"));
+    RObject<CXmlElement> root(parsed->GetRootElement());
+    ASSERT_TRUE(root->SetParent(nullptr).Succeeded());
+    ASSERT_TRUE(target->AddChildElement(root).Succeeded());
+    // The wrapper follows the element into its new document.
+    EXPECT_TRUE(root->GetDocument() == target.Get());
+    root->SetAttribute("c", 3);
+  }
+  RObject<CString> text(target->GetString(CXmlDocument::NoDeclaration));
+  EXPECT_EQ(std::string(text->GetChars()), "<main xmlns=\"urn:x\" a=\"1\" c=\"3\"><part b=\"2\">text</part></main>\n");
+}
+
 TEST_F(XmlDocumentTest, RemovedNodesCanBeAddedAgain) {
   RObject<CXmlDocument> document(Parse("<a><b/><c/></a>"));
   RObject<CXmlElement> root(document->GetRootElement());

@@ -38,7 +38,10 @@ Result CAdmDocument::Write(CXmlDocument* document) {
   result = CXmlDocument::CreateWithString(text.Get(), copy.Out());
   if (result.Failed()) return result;
   RObject<CXmlElement> root(copy->GetRootElement());
-  return root ? document->AddChildElement(root.Get()) : ResultFormatError("empty ADM document");
+  if (!root) return ResultFormatError("empty ADM document");
+  // The copy's root belongs to the copy: detached, it can move to document.
+  result = root->SetParent(nullptr);
+  return result.Succeeded() ? document->AddChildElement(root.Get()) : result;
 }
 
 CXmlDocument* CAdmDocument::GetXmlDocument() const {
