@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "System/Media/Container/WavTestSupport.h"
 #include "ToolRunner.h"
 
 namespace {
@@ -171,6 +172,37 @@ TEST_F(MoxAudioJob, TwentyFourBitsToMuLawGoThroughSixteenBitsAndAgreeWithFfmpeg)
   ASSERT_EQ(once.exitStatus, 0) << once.err;
   EXPECT_NE(once.out.find("for (var t in reader.tracks.audio)"), std::string::npos) << once.out;
   EXPECT_EQ(once.out.find("_sowt"), std::string::npos) << once.out;
+}
+
+// An ADM-described Broadcast Wave converted from 24 to 16 bits keeps its
+// Audio Definition Model: mediainfo finds the programme and content in the
+// converted file as in the source.
+TEST_F(MoxAudioJob, AnAdmDocumentSurvivesAConversion) {
+  if (std::system("command -v mediainfo >/dev/null 2>&1") != 0) GTEST_SKIP() << "mediainfo is not installed";
+  using namespace WavTest;
+  const std::string axml =
+      "<?xml version=\"1.0\"?><ebuCoreMain xmlns=\"urn:ebu:metadata-schema:ebuCore_2014\"><coreMetadata><format>"
+      "<audioFormatExtended><audioProgramme audioProgrammeID=\"APR_1001\" audioProgrammeName=\"Evening News\">"
+      "<audioContentIDRef>ACO_1001</audioContentIDRef></audioProgramme><audioContent audioContentID=\"ACO_1001\" "
+      "audioContentName=\"Dialogue\"><audioObjectIDRef>AO_1001</audioObjectIDRef></audioContent><audioObject "
+      "audioObjectID=\"AO_1001\" audioObjectName=\"Stereo\"><audioPackFormatIDRef>AP_00010002</audioPackFormatIDRef>"
+      "<audioTrackUIDRef>ATU_00000001</audioTrackUIDRef><audioTrackUIDRef>ATU_00000002</audioTrackUIDRef>"
+      "</audioObject><audioTrackUID UID=\"ATU_00000001\"/><audioTrackUID UID=\"ATU_00000002\"/>"
+      "</audioFormatExtended></format></coreMetadata></ebuCoreMain>";
+  const std::string chna = Le(2, 2) + Le(2, 2) + Le(1, 2) + "ATU_00000001" + "AT_00010001_01" + "AP_00010002" +
+                           std::string(1, '\0') + Le(2, 2) + "ATU_00000002" + "AT_00010002_01" + "AP_00010002" +
+                           std::string(1, '\0');
+  const std::string input = File("adm24.wav");
+  std::ofstream(input, std::ios::binary) << Riff(Chunk("fmt ", Format(1, 2, 48000, 24)) + Chunk("chna", chna) +
+                                                 Chunk("axml", axml) + Chunk("data", Essence(48000 * 6)));
+  const std::string output = File("adm16.wav");
+  const ToolRun run = RunMox({"convert", input, output, "--audio-format", "sowt"});
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  const std::string described = Capture("mediainfo '" + output + "'");
+  EXPECT_NE(described.find("ADM"), std::string::npos) << described;
+  EXPECT_NE(described.find("Evening News"), std::string::npos) << described;
+  EXPECT_NE(described.find("Dialogue"), std::string::npos) << described;
+  EXPECT_NE(described.find("16 bits"), std::string::npos) << described;
 }
 
 TEST_F(MoxAudioJob, AnUnwritableFormatIsRefusedInOneLine) {

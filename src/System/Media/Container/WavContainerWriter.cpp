@@ -12,7 +12,16 @@
 #include "System/Media/Audio/WindowsAudioFormat.h"
 #include "System/Media/Formats/AudioFormat.h"
 #include "System/Media/LockedDataReference.h"
+#include "System/Console.h"
+#include "System/Media/Wav/AdmChannelAllocation.h"
+#include "System/Media/Wav/AdmDocument.h"
+#include "System/Media/Wav/AdmProperties.h"
+#include "System/Media/Wav/BwfDocument.h"
 #include "System/Media/Wav/BwfProperties.h"
+#include "System/Media/Wav/DolbyAudioProperties.h"
+#include "System/Media/Wav/WaveAxml.h"
+#include "System/Media/Wav/WaveByteChunk.h"
+#include "System/Media/Wav/WaveIxml.h"
 #include "System/Media/Wav/WaveBroadcastExtension.h"
 #include "System/Media/Wav/WaveChunk.h"
 #include "System/Media/Wav/WaveData.h"
@@ -165,6 +174,60 @@ Result CWavContainerWriter::CreateBroadcastExtension(CWaveBroadcastExtension*& e
   return Result();
 }
 
+namespace {
+
+// Whether every entry of a "chna" payload names a track this file has: the
+// allocation is a count of tracks, a count of entries, then 40-byte entries
+// that start with their 1-based track index.
+bool AllocationFits(CByteArray* allocation, int channels) {
+  if (!allocation || allocation->GetLength() < 4) return false;
+  const int entries = allocation->GetData(2) | allocation->GetData(3) << 8;
+  if (allocation->GetLength() < 4 + entries * 40) return false;
+  for (int i = 0; i < entries; ++i) {
+    const int track = allocation->GetData(4 + i * 40) | allocation->GetData(5 + i * 40) << 8;
+    if (track < 1 || track > channels) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+Result CWavContainerWriter::WriteChunk(unsigned int id, CByteArray* payload) {
+  RObject<CWaveByteChunk> chunk(new CWaveByteChunk(id));
+  chunk->SetDocument(payload);
+  return chunk->Write(writer_);
+}
+
+Result CWavContainerWriter::WriteCarriedMetadata() {
+  Result result;
+  RObject<CMediaPropertiesExtension> bwf(properties_->GetExtension(CBwfProperties::TypeCode));
+  RObject<CBwfDocument> timeCode(bwf ? static_cast<CBwfProperties*>(bwf.Get())->GetDocument() : nullptr);
+  if (timeCode && GetBoolSetting(Settings::IncludeBroadcastExtension)) {
+    RObject<CByteArray> xml;
+    if (timeCode->Serialize(xml.Out(), 0).Succeeded()) result = WriteChunk(CWaveIxml::TypeCode, xml);
+  }
+  // The ADM document describes the audio channel by channel; it is written
+  // only where its allocation still names tracks of this file.
+  RObject<CMediaPropertiesExtension> adm(properties_->GetExtension(CAdmProperties::TypeCode));
+  if (adm && result.Succeeded()) {
+    auto* model = static_cast<CAdmProperties*>(adm.Get());
+    RObject<CAdmChannelAllocation> chna(model->GetChannelAllocation());
+    RObject<CByteArray> allocation(chna ? chna->GetDocument() : nullptr);
+    RObject<CAdmDocument> document(model->GetDocument());
+    RObject<CByteArray> xml;
+    if (!AllocationFits(allocation, properties_->GetChannels())) {
+      MOX_LOG(2, "the ADM channel allocation names tracks this file does not have; 'chna' and 'axml' are left out\n");
+    } else if (document && document->Serialize(xml.Out(), 0).Succeeded()) {
+      result = WriteChunk(CAdmChannelAllocation::TypeCode, allocation);
+      if (result.Succeeded()) result = WriteChunk(CWaveAxml::TypeCode, xml);
+    }
+  }
+  RObject<CMediaPropertiesExtension> dolby(properties_->GetExtension(CDolbyAudioProperties::TypeCode));
+  RObject<CByteArray> dbmd(dolby ? static_cast<CDolbyAudioProperties*>(dolby.Get())->GetBytes() : nullptr);
+  if (dbmd && result.Succeeded()) result = WriteChunk(CDolbyAudioProperties::TypeCode, dbmd);
+  return result;
+}
+
 Result CWavContainerWriter::WriteHeaders() {
   RObject<CWindowsAudioFormat> format;
   Result result = CreateFormat(format.Out());
@@ -198,6 +261,7 @@ Result CWavContainerWriter::WriteHeaders() {
     result = CreateBroadcastExtension(bext.Out());
     if (result.Succeeded()) result = bext->Write(writer_);
   }
+  if (result.Succeeded()) result = WriteCarriedMetadata();
   dataPosition_ = writer_->GetPosition();
   RObject<CWaveData> data(new CWaveData());
   data->SetHeaderSize(rf64_ ? CWaveChunk::SizeInDataSize64 : 0);

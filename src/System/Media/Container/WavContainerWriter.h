@@ -5,13 +5,17 @@
 // EndIndex the sizes are patched, and a file that outgrew 32-bit sizes
 // becomes RF64 in place (the "JUNK" chunk turns into "ds64"). ForceRf64
 // writes RF64 from the start, ExtensibleFormat the extensible format,
-// IncludeBroadcastExtension a "bext" chunk.
+// IncludeBroadcastExtension a "bext" chunk (with the iXML time code the
+// track carries). Metadata a track brings from the WAV it was read from
+// travels on unread: the ADM document with its channel allocation ("axml",
+// "chna") and Dolby metadata ("dbmd").
 
 #include "System/Media/Container/ContainerWriter.h"
 
 namespace Corvane::Mox {
 
 class CBinaryWriter;
+class CByteArray;
 class CWaveBroadcastExtension;
 class CWindowsAudioFormat;
 
@@ -52,6 +56,9 @@ class CWavContainerWriter : public CContainerWriter {
   // WavMetadata settings.
   Result CreateBroadcastExtension(CWaveBroadcastExtension*& extension) const;
   Result WriteHeaders();
+  // The iXML, ADM and Dolby chunks of the track's extensions.
+  Result WriteCarriedMetadata();
+  Result WriteChunk(unsigned int id, CByteArray* payload);
   Result PatchRiff(long long fileSize, long long dataSize);
   Result PatchRf64(long long fileSize, long long dataSize);
   void CloseOutput();

@@ -1,7 +1,8 @@
 // The WAV writer: the file layout it produces (reserved "JUNK", format,
 // "fact", "bext", patched sizes, pad byte), the switch to RF64 when the
 // file outgrows the size threshold, the extensible format and its mask, and
-// the formats it refuses. Files are read back with the WAV reader.
+// the formats it refuses, and the metadata a track brings from the WAV it was
+// read from. Files are read back with the WAV reader.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,7 +16,13 @@
 #include "System/Media/Container/ContainerWriter.h"
 #include "System/Media/LockedDataReference.h"
 #include "System/Media/MemoryDataReference.h"
+#include "System/Media/TimeCode/AudioTimeCodeProperties.h"
+#include "System/Media/Wav/AdmChannelAllocation.h"
+#include "System/Media/Wav/AdmProperties.h"
 #include "System/Media/Wav/BwfProperties.h"
+#include "System/Media/Wav/DolbyAudioProperties.h"
+#include "System/Xml/XmlDocument.h"
+#include "System/Xml/XmlElement.h"
 #include "System/Media/Wav/WaveBroadcastExtension.h"
 #include "System/Text.h"
 #include "WavTestSupport.h"
@@ -214,6 +221,79 @@ TEST_F(WavWriterTest, BroadcastExtensionFromTrackAndSettings) {
   EXPECT_EQ(bext->GetHeaderSize(), 602u + 30u);
   EXPECT_EQ(back->GetDuration(), 100);
   reader->EndIndex();
+}
+
+// A Broadcast Wave with iXML time code, an ADM document and Dolby metadata,
+// read and written again: everything arrives in the new file, the ADM only
+// while its channel allocation still names tracks the file has.
+TEST_F(WavWriterTest, MetadataReadFromAWavTravelsToTheFileWritten) {
+  const std::string ixml =
+      "<?xml version=\"1.0\"?><BWFXML><SPEED><TIMECODE_RATE>25/1</TIMECODE_RATE><TIMECODE_FLAG>NDF</TIMECODE_FLAG>"
+      "<TIMESTAMP_SAMPLE_RATE>48000</TIMESTAMP_SAMPLE_RATE><TIMESTAMP_SAMPLES_SINCE_MIDNIGHT_HI>0"
+      "</TIMESTAMP_SAMPLES_SINCE_MIDNIGHT_HI><TIMESTAMP_SAMPLES_SINCE_MIDNIGHT_LO>172800000"
+      "</TIMESTAMP_SAMPLES_SINCE_MIDNIGHT_LO></SPEED></BWFXML>";
+  const std::string axml =
+      "<?xml version=\"1.0\"?><ebuCoreMain xmlns=\"urn:ebu:metadata-schema:ebuCore_2014\"><coreMetadata><format>"
+      "<audioFormatExtended><audioTrackUID UID=\"ATU_00000001\"/><audioTrackUID UID=\"ATU_00000002\"/>"
+      "</audioFormatExtended></format></coreMetadata></ebuCoreMain>";
+  const std::string entry = std::string("AT_00010001_01") + "AP_00010001" + std::string(1, '\0');
+  const std::string chna = Le(2, 2) + Le(2, 2) + Le(1, 2) + "ATU_00000001" + entry + Le(2, 2) + "ATU_00000002" +
+                           "AT_00010002_01" + "AP_00010002" + std::string(1, '\0');
+  const std::string dbmd(9, '\x07');
+  const std::string essence = Essence(48000 * 6 / 10);
+  WriteFile(TempPath("source.wav"),
+            Riff(Chunk("fmt ", Format(1, 2, 48000, 24)) + Chunk("bext", BroadcastExtension("Take 2", "Mixer", 172800000)) +
+                 Chunk("iXML", ixml) + Chunk("chna", chna) + Chunk("axml", axml) + Chunk("dbmd", dbmd) +
+                 Chunk("data", essence)));
+  std::string read;
+  RObject<CAudioProperties> source(ReadBack("source.wav", read));
+  ASSERT_TRUE(source);
+  ASSERT_EQ(read, essence);
+  ASSERT_TRUE(source->ContainsExtension(CAdmProperties::TypeCode));
+
+  const std::string file = Write("carried.wav", source, essence, [](CContainerWriter* writer) {
+    writer->SetProperty(Settings::IncludeBroadcastExtension, true);
+  });
+  const size_t dataAt = file.find("data" + Le(essence.size(), 4));
+  ASSERT_NE(dataAt, std::string::npos);
+  for (const char* id : {"bext", "iXML", "chna", "axml", "dbmd"})
+    EXPECT_LT(file.find(id), dataAt) << id << " before the essence";
+  RObject<CAudioProperties> back(ReadBack("carried.wav", read));
+  ASSERT_TRUE(back);
+  EXPECT_EQ(read, essence);
+  RObject<CMediaPropertiesExtension> timeCode(back->GetExtension(CAudioTimeCodeProperties::TypeCode));
+  ASSERT_TRUE(timeCode);
+  RObject<CString> text(static_cast<CAudioTimeCodeProperties*>(timeCode.Get())->GetTimeCode().ToString(':'));
+  EXPECT_STREQ(text->GetChars(), "01:00:00:00");
+  RObject<CMediaPropertiesExtension> adm(back->GetExtension(CAdmProperties::TypeCode));
+  ASSERT_TRUE(adm);
+  RObject<CAdmChannelAllocation> allocation(static_cast<CAdmProperties*>(adm.Get())->GetChannelAllocation());
+  RObject<CByteArray> allocationBytes(allocation->GetDocument());
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(allocationBytes->GetData()), allocationBytes->GetLength()), chna);
+  const size_t axmlAt = file.find("axml");
+  ASSERT_NE(axmlAt, std::string::npos);
+  const std::string written = file.substr(axmlAt + 8, file.find("dbmd") - axmlAt - 8);
+  EXPECT_NE(written.find("<audioTrackUID UID=\"ATU_00000002\"/>"), std::string::npos) << written;
+  RObject<CMediaPropertiesExtension> dolby(back->GetExtension(CDolbyAudioProperties::TypeCode));
+  ASSERT_TRUE(dolby);
+  RObject<CByteArray> dolbyBytes(static_cast<CDolbyAudioProperties*>(dolby.Get())->GetBytes());
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(dolbyBytes->GetData()), dolbyBytes->GetLength()), dbmd);
+
+  // Without the broadcast extension the iXML stays out too; the ADM document
+  // and the Dolby metadata describe the audio and still travel.
+  const std::string plain = Write("plain-metadata.wav", source, essence);
+  EXPECT_EQ(plain.find("bext"), std::string::npos);
+  EXPECT_EQ(plain.find("iXML"), std::string::npos);
+  EXPECT_NE(plain.find("chna"), std::string::npos);
+  EXPECT_NE(plain.find("dbmd"), std::string::npos);
+
+  // One channel left: the allocation names track 2, which the file lacks.
+  RObject<CAudioProperties> mono(static_cast<CAudioProperties*>(CMediaProperties::Clone(source)));
+  mono->SetChannels(1);
+  const std::string single = Write("mono-metadata.wav", mono, essence.substr(0, 300));
+  EXPECT_EQ(single.find("chna"), std::string::npos);
+  EXPECT_EQ(single.find("axml"), std::string::npos);
+  EXPECT_NE(single.find("dbmd"), std::string::npos);
 }
 
 TEST_F(WavWriterTest, RefusesFormatsItCannotWrite) {
