@@ -46,23 +46,52 @@ std::vector<unsigned int> PlanChain(const CMediaProperties* track, unsigned int 
   return best;
 }
 
-}  // namespace
-
-std::vector<std::vector<unsigned int>> PlanAudioChains(const std::string& input, unsigned int target) {
-  std::vector<std::vector<unsigned int>> chains;
+// The audio track descriptions of a local file, as the reader that
+// recognises it gives them; none when it cannot be opened.
+std::vector<RObject<CAudioProperties>> ReadAudioTracks(const std::string& input) {
+  std::vector<RObject<CAudioProperties>> tracks;
   RObject<CString> path(CString::WithString(input.c_str()));
-  if (!CFile::Exists(path)) return chains;
+  if (!CFile::Exists(path)) return tracks;
   RObject<CContainerReader> reader(CContainerReader::Create(path));
-  if (!reader) return chains;
+  if (!reader) return tracks;
   if (reader->BeginIndex().Succeeded()) {
     for (int i = 0; i < reader->GetAudioMediaCount(); ++i) {
       RObject<CAudioProperties> track(reader->GetAudioProperties(i));
-      if (track) chains.push_back(PlanChain(track, target));
+      if (track) tracks.push_back(track);
     }
   }
   reader->EndIndex();
   reader->ClearVariances();
+  return tracks;
+}
+
+// Whether a new writer of writerType takes the track as it is.
+bool WriterTakes(unsigned int writerType, CAudioProperties* track) {
+  RObject<CContainerWriter> writer(CContainerWriterInventory::Create(writerType));
+  return writer && writer->AddAudioMedia(track).Succeeded();
+}
+
+}  // namespace
+
+std::vector<std::vector<unsigned int>> PlanAudioChains(const std::string& input, unsigned int target) {
+  std::vector<std::vector<unsigned int>> chains;
+  for (const RObject<CAudioProperties>& track : ReadAudioTracks(input)) chains.push_back(PlanChain(track, target));
   return chains;
+}
+
+unsigned int ChooseAudioFormat(const std::string& input, unsigned int writerType) {
+  constexpr unsigned int Pcm16 = FourCC("sowt");
+  bool refused = false;
+  RObject<CAudioProperties> converted;
+  for (const RObject<CAudioProperties>& track : ReadAudioTracks(input)) {
+    if (WriterTakes(writerType, track)) continue;
+    refused = true;
+    converted = new CAudioProperties(track.Get());
+  }
+  if (!refused) return 0;
+  converted->SetFormat(Pcm16);
+  converted->SetBitsPerSample(16);
+  return WriterTakes(writerType, converted) ? Pcm16 : 0;
 }
 
 }  // namespace MoxTool

@@ -15,4 +15,10 @@ namespace MoxTool {
 // empty when the input cannot be opened or has no audio.
 std::vector<std::vector<unsigned int>> PlanAudioChains(const std::string& input, unsigned int target);
 
+// The format to convert the input's audio to when none was asked for: 16-bit
+// little-endian PCM ("sowt") when a container writer of writerType refuses
+// some audio track as it is (IMA ADPCM into WAV, say) but takes that format;
+// 0 when every track goes in as it is or nothing would help.
+unsigned int ChooseAudioFormat(const std::string& input, unsigned int writerType);
+
 }  // namespace MoxTool

@@ -57,7 +57,8 @@ const CommandText kCommands[] = {
      "                   [--set NAME=VALUE]... [--print-script] [-q | --progress=MODE]",
      "Converts a media file: the reader is chosen by INPUT's content, the writer by\n"
      "OUTPUT's extension. The job is a WFL script (shown by --print-script) run as\n"
-     "'mox run' runs scripts.",
+     "'mox run' runs scripts. Audio the writer does not take as it is becomes\n"
+     "16-bit PCM unless --audio-format names another format.",
      "exit status: 0 success, 1 the job failed, 2 bad usage, 130 stopped by Ctrl-C"},
     {"probe", "probe FILE [--json] [--samples] [--type CODE]", "open a media file, index it and describe its tracks",
      "usage: mox probe FILE [--json] [--samples] [--type CODE]",

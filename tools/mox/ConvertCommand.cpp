@@ -149,16 +149,26 @@ bool NeedsSteps(const std::vector<std::vector<unsigned int>>& chains) {
   return false;
 }
 
-std::string MakeScript(const ConvertOptions& options, const std::vector<std::vector<unsigned int>>& audioChains) {
+// What happens to the audio: the converters per track when some track needs
+// more than one, and whether the format was chosen here because the writer
+// refuses the audio as it is.
+struct AudioConversion {
+  std::vector<std::vector<unsigned int>> chains;
+  bool chosen = false;
+};
+
+std::string MakeScript(const ConvertOptions& options, const AudioConversion& audio) {
   std::string script = "// mox convert " + options.input + " " + options.output + "\n";
   script += "var reader = new ContainerReader(" + Quote(options.input) + ");\n";
   script += "var writer = new ContainerWriter(" + Quote(options.output) + ");\n";
   for (const auto& [name, value] : options.properties) script += "writer." + name + " = " + value + ";\n";
   AppendTracks(script, "video", "VideoConverter", "vfc ", options.videoFormat);
-  if (NeedsSteps(audioChains)) {
+  if (audio.chosen)
+    script += "// The writer does not take the audio as it is: it gets 16-bit PCM ('" + options.audioFormat + "').\n";
+  if (NeedsSteps(audio.chains)) {
     script += "// The audio format converter has no single step from every track's format to '" +
               options.audioFormat + "'.\n";
-    AppendAudioChains(script, audioChains);
+    AppendAudioChains(script, audio.chains);
   } else {
     AppendTracks(script, "audio", "AudioConverter", "afc ", options.audioFormat);
   }
@@ -176,9 +186,16 @@ int RunConvert(ConvertOptions options) {
     return status;
   if (int status = CheckFiles(options)) return status;
   ScriptInput input;
-  std::vector<std::vector<unsigned int>> audioChains;
-  if (!options.audioFormat.empty()) audioChains = PlanAudioChains(options.input, CodeOf(options.audioFormat));
-  input.script = MakeScript(options, audioChains);
+  AudioConversion audio;
+  if (options.audioFormat.empty()) {
+    RObject<CString> output(CString::WithString(options.output.c_str()));
+    if (const unsigned int chosen = ChooseAudioFormat(options.input, GetContainerWriterType(output))) {
+      options.audioFormat = CodeText(chosen);
+      audio.chosen = true;
+    }
+  }
+  if (!options.audioFormat.empty()) audio.chains = PlanAudioChains(options.input, CodeOf(options.audioFormat));
+  input.script = MakeScript(options, audio);
   input.inlineText = input.haveScript = true;
   if (options.printScript) {
     std::fputs(input.script.c_str(), stdout);

@@ -14,6 +14,7 @@
 #include "AudioChainPlan.h"
 
 using namespace Corvane::Mox;
+using MoxTool::ChooseAudioFormat;
 using MoxTool::PlanAudioChains;
 
 namespace {
@@ -62,6 +63,15 @@ TEST_F(AudioChainPlanTest, WithoutAStepTheChainGoesThroughTheFormatThatLosesLeas
   // the plan leaves that track to one converter.
   EXPECT_EQ(PlanAudioChains(Make("mu.wav", "pcm_mulaw"), FourCC("42ni")),
             (std::vector<std::vector<unsigned int>>{{FourCC("42ni")}}));
+}
+
+TEST_F(AudioChainPlanTest, AFormatIsChosenOnlyWhenTheWriterRefusesTheAudio) {
+  const unsigned int wav = FourCC("wav ");
+  EXPECT_EQ(ChooseAudioFormat(Make("s24.wav", "pcm_s24le"), wav), 0u);
+  EXPECT_EQ(ChooseAudioFormat(Make("mu.wav", "pcm_mulaw"), wav), 0u);
+  EXPECT_EQ(ChooseAudioFormat(Make("ima.wav", "adpcm_ima_wav"), wav), FourCC("sowt"));
+  EXPECT_EQ(ChooseAudioFormat(Make("ms.wav", "adpcm_ms"), wav), FourCC("sowt"));
+  EXPECT_EQ(ChooseAudioFormat(dir_ + "/missing.wav", wav), 0u);
 }
 
 TEST_F(AudioChainPlanTest, InputsWithoutAudioOrUnreadableHaveNoPlan) {
