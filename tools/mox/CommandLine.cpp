@@ -20,6 +20,7 @@
 #include <Mox.h>
 
 #include "Commands.h"
+#include "FourCharacterCode.h"
 
 using namespace Corvane::Mox;
 
@@ -169,15 +170,6 @@ bool ParseLevel(const std::string& text, int& level) {
     return true;
   }
   return false;
-}
-
-// A code of one to four characters, padded with blanks ("y4m" is "y4m ").
-bool ParseCode(const std::string& text, unsigned int& code) {
-  if (text.empty() || text.size() > 4) return false;
-  char padded[5] = "    ";
-  text.copy(padded, text.size());
-  code = FourCC(padded);
-  return true;
 }
 
 // What a parsed command line runs: each subcommand's check of what CLI11

@@ -16,6 +16,7 @@
 
 #include "AudioChainPlan.h"
 #include "Commands.h"
+#include "FourCharacterCode.h"
 #include "ScriptInput.h"
 #include "WorkflowRunner.h"
 
@@ -48,20 +49,11 @@ std::string PaddedCode(const std::string& text) {
   return padded;
 }
 
-// The code of up to four characters, padded with spaces ("vfc" is "vfc ").
+// The code of a format option (checked for one to four characters already).
 unsigned int CodeOf(const std::string& text) {
   unsigned int code = 0;
-  for (char c : PaddedCode(text)) code = code << 8 | static_cast<unsigned char>(c);
+  ParseCode(text, code);
   return code;
-}
-
-// A code as it is typed: its characters without the padding spaces.
-std::string CodeText(unsigned int code) {
-  char text[5];
-  FourCCToChars(code, text);
-  std::string typed = text;
-  while (!typed.empty() && typed.back() == ' ') typed.pop_back();
-  return typed;
 }
 
 // The tracks of one kind joined to the writer, through a converter when a
@@ -100,9 +92,9 @@ int CheckRequestedFormat(const char* kind, unsigned int (*equivalent)(unsigned i
   if (outputs)
     for (CValue<unsigned int>* output : *outputs) produced = produced || output->GetValue() == named;
   if (!produced)
-    return BadArgument(std::string("the ") + kind + " format converter cannot produce '" + CodeText(named) +
-                       "' (see 'mox inspect " + CodeText(converterCode) + "')");
-  format = CodeText(named);
+    return BadArgument(std::string("the ") + kind + " format converter cannot produce '" +
+                       TrimmedCodeText(named) + "' (see 'mox inspect " + TrimmedCodeText(converterCode) + "')");
+  format = TrimmedCodeText(named);
   return ExitSuccess;
 }
 
@@ -133,9 +125,10 @@ void AppendAudioChains(std::string& script, const std::vector<std::vector<unsign
     std::string from = "reader.tracks.audio['" + number + "']";
     for (size_t step = 0; step < chains[track].size(); ++step) {
       std::string name = "audio" + number + "_";
-      for (char c : CodeText(chains[track][step])) name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+      for (char c : TrimmedCodeText(chains[track][step]))
+        name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
       script += "var " + name + " = new AudioConverter('afc ');\n";
-      script += name + ".OutputFormat = " + Quote(PaddedCode(CodeText(chains[track][step]))) + ";\n";
+      script += name + ".OutputFormat = " + Quote(CodeText(chains[track][step])) + ";\n";
       script += from + " -> " + name + ";\n";
       from = name;
     }
@@ -190,7 +183,7 @@ int RunConvert(ConvertOptions options) {
   if (options.audioFormat.empty()) {
     RObject<CString> output(CString::WithString(options.output.c_str()));
     if (const unsigned int chosen = ChooseAudioFormat(options.input, GetContainerWriterType(output))) {
-      options.audioFormat = CodeText(chosen);
+      options.audioFormat = TrimmedCodeText(chosen);
       audio.chosen = true;
     }
   }

@@ -13,6 +13,7 @@
 #include <Mox.h>
 
 #include "Commands.h"
+#include "FourCharacterCode.h"
 #include "JsonText.h"
 #include "System/Media/Inventory/ComponentNames.h"
 
@@ -241,15 +242,6 @@ void PrintJson(const std::vector<Description>& descriptions) {
   std::printf("\n]\n");
 }
 
-// "vfc" names the code "vfc " (codes are padded with spaces).
-unsigned int ParseCode(const char* text) {
-  const size_t length = std::strlen(text);
-  if (length == 0 || length > 4) return 0;
-  char padded[5] = "    ";
-  std::memcpy(padded, text, length);
-  return FourCC(padded);
-}
-
 // A family given by category ("Video Converters") or class ("CVideoConverter",
 // "VideoConverter"), without regard to case.
 bool FamilyMatches(const Family& family, const char* wanted) {
@@ -262,7 +254,9 @@ bool FamilyMatches(const Family& family, const char* wanted) {
 int RunInspect(const InspectOptions& options) {
   const char* codeText = options.code.c_str();
   const char* familyText = options.family.empty() ? nullptr : options.family.c_str();
-  const unsigned int code = ParseCode(codeText);
+  // "vfc" names the code "vfc "; a text no code can have matches nothing.
+  unsigned int code = 0;
+  ParseCode(options.code, code);
   RObject<CInventoryCatalog> catalog(GetInventoryCatalog());
   std::vector<Description> found;
   for (const Family& family : kFamilies) {

@@ -9,6 +9,7 @@
 #include <Mox.h>
 
 #include "Commands.h"
+#include "FourCharacterCode.h"
 #include "JsonText.h"
 
 using namespace Corvane::Mox;
@@ -16,12 +17,6 @@ using namespace Corvane::Mox;
 namespace MoxTool {
 
 namespace {
-
-std::string CodeText(unsigned int code) {
-  char text[5];
-  FourCCToChars(code, text);
-  return std::string(text, 4);
-}
 
 std::string Text(CString* text) { return text ? std::string(text->GetChars()) : std::string(); }
 
