@@ -73,25 +73,26 @@ bool WriterTakes(unsigned int writerType, CAudioProperties* track) {
 
 }  // namespace
 
-std::vector<std::vector<unsigned int>> PlanAudioChains(const std::string& input, unsigned int target) {
-  std::vector<std::vector<unsigned int>> chains;
-  for (const RObject<CAudioProperties>& track : ReadAudioTracks(input)) chains.push_back(PlanChain(track, target));
-  return chains;
-}
-
-unsigned int ChooseAudioFormat(const std::string& input, unsigned int writerType) {
-  constexpr unsigned int Pcm16 = FourCC("sowt");
-  bool refused = false;
-  RObject<CAudioProperties> converted;
-  for (const RObject<CAudioProperties>& track : ReadAudioTracks(input)) {
-    if (WriterTakes(writerType, track)) continue;
-    refused = true;
-    converted = new CAudioProperties(track.Get());
+AudioPlan PlanAudio(const std::string& input, unsigned int requested, unsigned int writerType) {
+  AudioPlan plan;
+  const std::vector<RObject<CAudioProperties>> tracks = ReadAudioTracks(input);
+  plan.format = requested;
+  if (!requested) {
+    // 16-bit PCM, where the writer takes that but not some track as it is.
+    constexpr unsigned int Pcm16 = FourCC("sowt");
+    for (const RObject<CAudioProperties>& track : tracks) {
+      if (WriterTakes(writerType, track)) continue;
+      RObject<CAudioProperties> converted(new CAudioProperties(track.Get()));
+      converted->SetFormat(Pcm16);
+      converted->SetBitsPerSample(16);
+      plan.chosen = WriterTakes(writerType, converted);
+      break;
+    }
+    if (!plan.chosen) return plan;
+    plan.format = Pcm16;
   }
-  if (!refused) return 0;
-  converted->SetFormat(Pcm16);
-  converted->SetBitsPerSample(16);
-  return WriterTakes(writerType, converted) ? Pcm16 : 0;
+  for (const RObject<CAudioProperties>& track : tracks) plan.chains.push_back(PlanChain(track, plan.format));
+  return plan;
 }
 
 }  // namespace MoxTool

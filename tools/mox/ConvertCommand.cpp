@@ -142,15 +142,7 @@ bool NeedsSteps(const std::vector<std::vector<unsigned int>>& chains) {
   return false;
 }
 
-// What happens to the audio: the converters per track when some track needs
-// more than one, and whether the format was chosen here because the writer
-// refuses the audio as it is.
-struct AudioConversion {
-  std::vector<std::vector<unsigned int>> chains;
-  bool chosen = false;
-};
-
-std::string MakeScript(const ConvertOptions& options, const AudioConversion& audio) {
+std::string MakeScript(const ConvertOptions& options, const AudioPlan& audio) {
   std::string script = "// mox convert " + options.input + " " + options.output + "\n";
   script += "var reader = new ContainerReader(" + Quote(options.input) + ");\n";
   script += "var writer = new ContainerWriter(" + Quote(options.output) + ");\n";
@@ -179,15 +171,9 @@ int RunConvert(ConvertOptions options) {
     return status;
   if (int status = CheckFiles(options)) return status;
   ScriptInput input;
-  AudioConversion audio;
-  if (options.audioFormat.empty()) {
-    RObject<CString> output(CString::WithString(options.output.c_str()));
-    if (const unsigned int chosen = ChooseAudioFormat(options.input, GetContainerWriterType(output))) {
-      options.audioFormat = TrimmedCodeText(chosen);
-      audio.chosen = true;
-    }
-  }
-  if (!options.audioFormat.empty()) audio.chains = PlanAudioChains(options.input, CodeOf(options.audioFormat));
+  RObject<CString> output(CString::WithString(options.output.c_str()));
+  const AudioPlan audio = PlanAudio(options.input, CodeOf(options.audioFormat), GetContainerWriterType(output));
+  if (audio.chosen) options.audioFormat = TrimmedCodeText(audio.format);
   input.script = MakeScript(options, audio);
   input.inlineText = input.haveScript = true;
   if (options.printScript) {

@@ -1,6 +1,7 @@
-// The audio chain planner against WAV files ffmpeg makes: one converter
-// where the converter's table has the step, an intermediate format where it
-// has not, and nothing for inputs without audio.
+// The audio planner of mox convert against WAV files ffmpeg makes: one
+// converter where the converter's table has the step, an intermediate format
+// where it has not, 16-bit PCM chosen only where the writer refuses a track,
+// and nothing for inputs without audio.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -14,10 +15,16 @@
 #include "AudioChainPlan.h"
 
 using namespace Corvane::Mox;
-using MoxTool::ChooseAudioFormat;
-using MoxTool::PlanAudioChains;
+using MoxTool::PlanAudio;
 
 namespace {
+
+constexpr unsigned int Wav = FourCC("wav ");
+
+// The converter chains of a job that asks for target.
+std::vector<std::vector<unsigned int>> PlanAudioChains(const std::string& input, unsigned int target) {
+  return PlanAudio(input, target, Wav).chains;
+}
 
 class AudioChainPlanTest : public ::testing::Test {
  protected:
@@ -66,12 +73,19 @@ TEST_F(AudioChainPlanTest, WithoutAStepTheChainGoesThroughTheFormatThatLosesLeas
 }
 
 TEST_F(AudioChainPlanTest, AFormatIsChosenOnlyWhenTheWriterRefusesTheAudio) {
-  const unsigned int wav = FourCC("wav ");
-  EXPECT_EQ(ChooseAudioFormat(Make("s24.wav", "pcm_s24le"), wav), 0u);
-  EXPECT_EQ(ChooseAudioFormat(Make("mu.wav", "pcm_mulaw"), wav), 0u);
-  EXPECT_EQ(ChooseAudioFormat(Make("ima.wav", "adpcm_ima_wav"), wav), FourCC("sowt"));
-  EXPECT_EQ(ChooseAudioFormat(Make("ms.wav", "adpcm_ms"), wav), FourCC("sowt"));
-  EXPECT_EQ(ChooseAudioFormat(dir_ + "/missing.wav", wav), 0u);
+  for (const char* codec : {"pcm_s24le", "pcm_mulaw"}) {
+    const MoxTool::AudioPlan taken = PlanAudio(Make(std::string(codec) + ".wav", codec), 0, Wav);
+    EXPECT_FALSE(taken.chosen) << codec;
+    EXPECT_EQ(taken.format, 0u) << codec;
+    EXPECT_TRUE(taken.chains.empty()) << codec;
+  }
+  for (const char* codec : {"adpcm_ima_wav", "adpcm_ms"}) {
+    const MoxTool::AudioPlan decoded = PlanAudio(Make(std::string(codec) + ".wav", codec), 0, Wav);
+    EXPECT_TRUE(decoded.chosen) << codec;
+    EXPECT_EQ(decoded.format, FourCC("sowt")) << codec;
+    EXPECT_EQ(decoded.chains, (std::vector<std::vector<unsigned int>>{{FourCC("sowt")}})) << codec;
+  }
+  EXPECT_FALSE(PlanAudio(dir_ + "/missing.wav", 0, Wav).chosen);
 }
 
 TEST_F(AudioChainPlanTest, InputsWithoutAudioOrUnreadableHaveNoPlan) {
