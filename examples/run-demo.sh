@@ -29,9 +29,13 @@ fi
 echo
 echo "== conversions: 24-bit WAV to 16-bit, 4:2:0 pictures to packed UYVY"
 "$build/bin/mox" run examples/wfl/convert-audio.wfl -D "input='examples/media/tone.wav'" -D "output='$out/tone16.wav'"
-"$build/bin/mox" probe "$out/tone16.wav" | head -6
+# Whole outputs go to files first: under pipefail, head closing the pipe
+# early would end the demo with mox's SIGPIPE.
+"$build/bin/mox" probe "$out/tone16.wav" > "$out/tone16.probe"
+head -6 "$out/tone16.probe"
 "$build/bin/mox" run examples/wfl/convert-video.wfl -D "input='examples/media/clip.y4m'" -D "output='$out/clip-uyvy.raw'"
 echo "clip-uyvy.raw: $(stat -c %s "$out/clip-uyvy.raw") bytes (25 pictures of 64x48 at 2 bytes a pixel)"
 echo
 echo "== what this build can create"
-"$build/bin/mox" catalog | head -5
+"$build/bin/mox" catalog > "$out/catalog.txt"
+head -5 "$out/catalog.txt"

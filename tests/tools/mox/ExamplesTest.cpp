@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -82,4 +83,23 @@ TEST(MoxExamples, VideoConversionPacksTheShippedClipAsUyvy) {
   // bytes alternate between chroma near 128 and luma.
   ASSERT_EQ(bytes.size(), 25u * 64 * 48 * 2);
   EXPECT_NE(bytes[0], bytes[1]);
+}
+
+// "make demo" runs this script; it must reach its end. Pipes into head once
+// ended it early with mox's SIGPIPE under pipefail.
+TEST(MoxExamples, TheDemoRunsToItsEnd) {
+  if (std::system("command -v ffmpeg >/dev/null 2>&1") != 0) GTEST_SKIP() << "ffmpeg is not installed";
+  const std::string tool = MOX_TOOL_PATH;
+  const std::string build = tool.substr(0, tool.rfind("/bin/"));
+  const std::string command =
+      "bash '" + std::string(MOX_TEST_SOURCE_DIR) + "/examples/run-demo.sh' '" + build + "' 2>&1; echo \"exit $?\"";
+  std::string output;
+  if (FILE* pipe = popen(command.c_str(), "r")) {
+    char buffer[4096];
+    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, n);
+    pclose(pipe);
+  }
+  EXPECT_NE(output.find("ffmpeg: the copy's frames are identical to the source's"), std::string::npos) << output;
+  EXPECT_NE(output.find("== what this build can create\nFAMILY"), std::string::npos) << output;
+  EXPECT_EQ(output.substr(output.rfind("exit ")), "exit 0\n") << output;
 }
