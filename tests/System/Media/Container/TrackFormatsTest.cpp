@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ContainerTestSupport.h"
+#include "ReaderTestSupport.h"
 #include "System/Collections/Value.h"
 #include "System/IO/MemoryStream.h"
 #include "System/LeakCheckedTest.h"
@@ -72,13 +73,7 @@ TEST_F(TrackFormatsTest, EveryFormatTheY4mWriterListsComesBackFromTheY4mReader) 
     const std::string path = TempPath("format-" + std::to_string(format) + ".y4m");
     RObject<CContainerWriter> writer(
         CContainerWriter::Create(RObject<CString>(CString::WithString(path.c_str())), FourCC("y4m ")));
-    RObject<CVideoProperties> video(new CVideoProperties());
-    video->SetFormat(format);
-    video->SetWidth(4);
-    video->SetHeight(2);
-    video->SetTimeScale(25);
-    video->SetFrameDuration(1);
-    ASSERT_TRUE(writer->AddVideoMedia(video).Succeeded());
+    ASSERT_TRUE(writer->AddVideoMedia(TinyPicture(format)).Succeeded());
     ASSERT_TRUE(writer->BeginIndex().Succeeded()) << format;
     writer->EndIndex();
     RObject<CContainerReader> reader(Begin(path));

@@ -3,11 +3,10 @@
 // files, and the writer's header.
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <future>
 #include <string>
 
 #include "ContainerTestSupport.h"
+#include "ReaderTestSupport.h"
 #include "System/ByteArray.h"
 #include "System/IO/MemoryStream.h"
 #include "System/LeakCheckedTest.h"
@@ -28,7 +27,6 @@
 
 using namespace Corvane::Mox;
 using namespace ContainerTest;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -250,12 +248,7 @@ TEST_F(Y4mContainerTest, EndingWhileTheIndexThreadWaitsOnAFullQueueReturns) {
   reader->SetProperty(ContainerProperty::Container::QueueSize, 2);
   ASSERT_TRUE(reader->BeginIndex().Succeeded());
   ASSERT_TRUE(reader->WaitForMedia(10000));
-  auto ended = std::async(std::launch::async, [&reader] { return reader->EndIndex().Succeeded(); });
-  ASSERT_EQ(ended.wait_for(10s), std::future_status::ready);
-  EXPECT_TRUE(ended.get());
-  RObject<CVideoSample> after;
-  EXPECT_TRUE(reader->ReadVideoSample(0, after.Out()).Succeeded());
-  EXPECT_FALSE(after);
+  ExpectEndIndexStopsReading(reader);
 }
 
 // Writes one frame of 4x2 (24 bytes: enough for I444) through the writer and returns the file.
@@ -263,12 +256,7 @@ std::string WriteOneFrame(const char* name, unsigned int format, int fieldOrder,
   const std::string path = TempPath(name);
   RObject<CString> text(CString::WithString(path.c_str()));
   RObject<CContainerWriter> writer(CContainerWriter::Create(text, FourCC("y4m ")));
-  RObject<CVideoProperties> video(new CVideoProperties());
-  video->SetFormat(format);
-  video->SetWidth(4);
-  video->SetHeight(2);
-  video->SetTimeScale(25);
-  video->SetFrameDuration(1);
+  RObject<CVideoProperties> video(TinyPicture(format));
   video->SetFieldOrder(fieldOrder);
   video->SetPixelAspectRatio(Rational<int>(1, 1));
   writer->AddVideoMedia(video);

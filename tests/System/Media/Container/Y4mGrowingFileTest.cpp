@@ -16,6 +16,7 @@
 #include <thread>
 
 #include "ContainerTestSupport.h"
+#include "ReaderTestSupport.h"
 #include "System/LeakCheckedTest.h"
 #include "System/Media/Container/ContainerReader.h"
 #include "System/Media/LockedDataReference.h"
@@ -184,12 +185,7 @@ TEST_F(Y4mGrowingFileTest, EndingTheIndexWhileItWaitsForGrowthReturnsAtOnce) {
   ASSERT_TRUE(reader);
   EXPECT_EQ(NextPicture(reader), Frame(0).substr(6));
   ASSERT_TRUE(WaitForIndexAtEnd(reader));
-  auto ended = std::async(std::launch::async, [&reader] { return reader->EndIndex().Succeeded(); });
-  ASSERT_EQ(ended.wait_for(10s), std::future_status::ready);
-  EXPECT_TRUE(ended.get());
-  RObject<CVideoSample> after;
-  EXPECT_TRUE(reader->ReadVideoSample(0, after.Out()).Succeeded());
-  EXPECT_FALSE(after);
+  ExpectEndIndexStopsReading(reader);
 }
 
 }  // namespace
